@@ -1,0 +1,84 @@
+#include "legacy/import_locations.h"
+
+#include <cstdio>
+
+#include "legacy/legacy_locations.h"
+#include "stores/location_store.h"
+
+namespace {
+
+struct Counters {
+    int imported = 0;
+    int counted = 0;
+    int skipped = 0;
+};
+
+void ShowResult(const JobHost& host, int succeeded, const Counters& c) {
+    char text[256];
+    if (succeeded)
+        std::snprintf(text, sizeof text, "Imported %d of %d, %d skipped", c.imported, c.counted,
+                      c.skipped);
+    else
+        std::snprintf(text, sizeof text,
+                      "An error occurred during import. See the ferry2.log file for details.\r\n"
+                      "Imported %d of %d, %d skipped",
+                      c.imported, c.counted, c.skipped);
+    ShowJobMessage(host, text, kFerryMessageTitle);
+}
+
+// Runs over every record below the count, ticked or not, so that the stream
+// stays in step. 1 when the loop reached the count.
+int CopyTickedLocations(const JobHost& host, FILE* legacy, int count, FILE* store,
+                        const TickArray& ticks, Counters& c) {
+    for (int i = 0; i < count; ++i) {
+        Site site;
+        LocationTail tail;
+        if (!ReadRecord<SiteLayout>(legacy, site) || !ReadRecord<LocationTailLayout>(legacy, tail)) {
+            LogPrintf(host.log, "Location: error reading V1.x location database\n");
+            return 0;
+        }
+        if (!IsTicked(ticks, static_cast<size_t>(i))) continue;
+
+        // Same place (1) or same name elsewhere (2): a duplicate either way.
+        Site probe = site;
+        LocationTail foundTail;
+        int foundIndex = 0;
+        if (LocationFind(store, &probe, &foundTail, &foundIndex) != 0) {
+            LogPrintf(host.log, "Location: Warning %.33s already exists (not added)\n", site.name);
+            ++c.skipped;
+            ++c.counted;
+            continue;
+        }
+        if (LocationAdd(store, site, tail)) {
+            ++c.imported;
+            ++c.counted;
+        } else {
+            // A failed add is skipped but not counted, and the job goes on.
+            LogPrintf(host.log, "Location: error adding new location\n");
+            ++c.skipped;
+        }
+    }
+    return 1;
+}
+
+}  // namespace
+
+int ImportLocations(const JobHost& host) {
+    int count = 0;
+    FilePtr legacy = OpenLegacyLocations(host.legacyRoot, &count);
+    if (!legacy) return 0;
+
+    Counters c;
+    int succeeded = 0;
+    int storeCount = 0;
+    FilePtr store = LocationStoreOpen(&storeCount);
+    if (store) {
+        const TickArray ticks = JobTicks(host);
+        if (!ticks.data)
+            LogPrintf(host.log, "Location: Internal error\n");
+        else
+            succeeded = CopyTickedLocations(host, legacy.get(), count, store.get(), ticks, c);
+    }
+    ShowResult(host, succeeded, c);
+    return succeeded;
+}

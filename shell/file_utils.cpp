@@ -1,0 +1,81 @@
+#include "shell/file_utils.h"
+
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "shell/platform.h"
+
+bool FileExists(const char* path) { return platform::PathExists(path); }
+
+uint64_t FileSize(const char* path) {
+    uint64_t size = 0;
+    if (!platform::SharedReadFileSize(path, &size)) return 0;
+    return size;
+}
+
+int CopyFileTo(const char* source, const char* target) {
+    const uint64_t size = FileSize(source);
+    if (size == 0) return 2;
+    const size_t block = size < 4096 ? static_cast<size_t>(size) : 4096;
+    FilePtr in = OpenFile(source, "rb");
+    if (!in) return 0;
+    FilePtr out = OpenFile(target, "wb");
+    if (!out) return 0;
+    std::vector<char> buffer(block + 1);
+    uint64_t left = size;
+    while (left > 0) {
+        const size_t n = left < block ? static_cast<size_t>(left) : block;
+        if (std::fread(buffer.data(), 1, n, in.get()) != n) return 0;
+        if (std::fwrite(buffer.data(), 1, n, out.get()) != n) return 0;
+        left -= n;
+    }
+    FILE* raw = out.release();
+    return std::fclose(raw) == 0 ? 1 : 0;
+}
+
+int MakeFolder(const char* path) {
+    if (platform::PathExists(path)) return 1;
+    return platform::CreateFolder(path) ? 1 : 0;
+}
+
+static bool IsDotEntry(const std::string& name) { return name == "." || name == ".."; }
+
+int CopyFolderFiles(const char* source, const char* target) {
+    std::vector<platform::FolderEntry> entries;
+    if (!platform::ListFolder(source, entries)) return 1;
+    for (const auto& e : entries) {
+        if (IsDotEntry(e.name)) continue;
+        const std::string from = std::string(source) + "/" + e.name;
+        const std::string to = std::string(target) + "/" + e.name;
+        // A folder has no readable size and so gives 2, which passes.
+        if (CopyFileTo(from.c_str(), to.c_str()) == 0) return 0;
+    }
+    return 1;
+}
+
+int DeleteFolderTree(const char* path) {
+    std::vector<platform::FolderEntry> entries;
+    if (platform::ListFolder(path, entries)) {
+        for (const auto& e : entries) {
+            if (IsDotEntry(e.name)) continue;
+            const std::string child = std::string(path) + "/" + e.name;
+            if (e.isFolder) {
+                if (!DeleteFolderTree(child.c_str())) return 0;
+            } else if (!platform::RemoveFile(child.c_str())) {
+                return 0;
+            }
+        }
+    }
+    return platform::RemoveFolder(path) ? 1 : 0;
+}
+
+char* ReadTextLine(char* buf, int size, FILE* stream) {
+    if (!std::fgets(buf, size, stream)) return nullptr;
+    size_t len = std::strlen(buf);
+    if (len >= 2 && buf[len - 2] == '\r' && buf[len - 1] == '\n') {
+        buf[len - 2] = '\n';
+        buf[len - 1] = '\0';
+    }
+    return buf;
+}

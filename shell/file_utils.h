@@ -1,0 +1,45 @@
+// File utilities shared by the start-up code and every store.
+#pragma once
+
+#include <cstdint>
+#include <cstdio>
+#include <memory>
+
+struct FileCloser {
+    void operator()(FILE* f) const {
+        if (f) std::fclose(f);
+    }
+};
+// Owns one open stream; the stream closes when the owner goes.
+using FilePtr = std::unique_ptr<FILE, FileCloser>;
+
+inline FilePtr OpenFile(const char* path, const char* mode) {
+    return FilePtr(std::fopen(path, mode));
+}
+
+// True when the path can be accessed; existence only.
+bool FileExists(const char* path);
+
+// Size from the file system; 0 when the file cannot be opened, so a missing
+// file and an empty one read alike.
+uint64_t FileSize(const char* path);
+
+// 2 when the source is empty or missing (nothing done, no target made),
+// 0 on any failure, 1 when copied.
+int CopyFileTo(const char* source, const char* target);
+
+// 1 when the folder exists already or could be made, else 0.
+int MakeFolder(const char* path);
+
+// Copies every entry of the source folder to the same name in the target.
+// Stops with 0 at the first copy that fails; an empty entry (result 2)
+// counts as success. 1 at the end.
+int CopyFolderFiles(const char* source, const char* target);
+
+// Removes a folder with everything in it. 0 at the first failure, otherwise
+// the result of removing the folder itself.
+int DeleteFolderTree(const char* path);
+
+// fgets for text files written on either system: a CR before the line end
+// is dropped, as Windows text mode does. Returns null at the end or on error.
+char* ReadTextLine(char* buf, int size, FILE* stream);

@@ -1,0 +1,38 @@
+// The operating-system services the core needs, with one POSIX and one Win32
+// body. Nothing else in the core talks to the operating system directly.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace platform {
+
+// True when the path names an existing file or folder (GetFileAttributesA).
+bool PathExists(const char* path);
+
+// Tests decide what exists by installing a replacement; null restores the
+// real test. Returns the replacement that was in force.
+using PathExistsFn = bool (*)(const char* path);
+PathExistsFn SetPathExistsOverride(PathExistsFn fn);
+
+// Size of a regular file opened with shared read; false when it cannot be
+// opened that way (missing, a folder, no access).
+bool SharedReadFileSize(const char* path, uint64_t* sizeOut);
+
+bool CreateFolder(const char* path);
+bool RemoveFolder(const char* path);
+bool RemoveFile(const char* path);
+
+struct FolderEntry {
+    std::string name;
+    bool isFolder = false;
+};
+// Every entry of the folder, "." and ".." included where the system lists
+// them; false when the folder cannot be read.
+bool ListFolder(const char* folder, std::vector<FolderEntry>& entries);
+
+// Full path of the running program, as the system gives it.
+std::string ModuleFileName();
+
+}  // namespace platform

@@ -1,0 +1,50 @@
+#include <dirent.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <climits>
+
+#include "shell/platform.h"
+
+namespace platform {
+
+bool PathExistsOnDisk(const char* path) {
+    struct stat st;
+    return ::stat(path, &st) == 0;
+}
+
+bool SharedReadFileSize(const char* path, uint64_t* sizeOut) {
+    struct stat st;
+    if (::stat(path, &st) != 0 || !S_ISREG(st.st_mode)) return false;
+    if (::access(path, R_OK) != 0) return false;
+    *sizeOut = static_cast<uint64_t>(st.st_size);
+    return true;
+}
+
+bool CreateFolder(const char* path) { return ::mkdir(path, 0777) == 0; }
+bool RemoveFolder(const char* path) { return ::rmdir(path) == 0; }
+bool RemoveFile(const char* path) { return ::unlink(path) == 0; }
+
+bool ListFolder(const char* folder, std::vector<FolderEntry>& entries) {
+    DIR* dir = ::opendir(folder);
+    if (!dir) return false;
+    while (const dirent* e = ::readdir(dir)) {
+        FolderEntry entry;
+        entry.name = e->d_name;
+        std::string full = std::string(folder) + "/" + e->d_name;
+        struct stat st;
+        entry.isFolder = ::lstat(full.c_str(), &st) == 0 && S_ISDIR(st.st_mode);
+        entries.push_back(entry);
+    }
+    ::closedir(dir);
+    return true;
+}
+
+std::string ModuleFileName() {
+    char buf[PATH_MAX];
+    ssize_t n = ::readlink("/proc/self/exe", buf, sizeof buf - 1);
+    if (n <= 0) return std::string();
+    return std::string(buf, static_cast<size_t>(n));
+}
+
+}  // namespace platform

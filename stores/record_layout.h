@@ -1,0 +1,133 @@
+// One description per on-disk record, from which reading, writing and the
+// size check all derive. A layout is a struct with the image size and a
+// static template `Fields(io, record)` that names every field once with its
+// offset:
+//
+//   struct FooLayout {
+//       static constexpr size_t kSize = 10;
+//       template <class Io, class R> static constexpr void Fields(Io& io, R& r) {
+//           io.F64(0, r.value);
+//           io.U8(8, r.flag);
+//           io.Text(9, r.code);     // char[1]
+//       }
+//   };
+//
+// LayoutReader fills the record from bytes, LayoutWriter writes the record
+// into bytes, and LayoutCheck proves at compile time that the fields cover
+// the image exactly, in order, with no gap and no overlap.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+
+#include "stores/le_bytes.h"
+
+struct LayoutReader {
+    const uint8_t* bytes;
+    void U8(size_t off, uint8_t& v) const { v = le::GetU8(bytes + off); }
+    void I16(size_t off, int16_t& v) const { v = le::GetI16(bytes + off); }
+    void U16(size_t off, uint16_t& v) const { v = le::GetU16(bytes + off); }
+    void I32(size_t off, int32_t& v) const { v = le::GetI32(bytes + off); }
+    void U32(size_t off, uint32_t& v) const { v = le::GetU32(bytes + off); }
+    void F32(size_t off, float& v) const { v = le::GetF32(bytes + off); }
+    void F64(size_t off, double& v) const { v = le::GetF64(bytes + off); }
+    template <size_t N>
+    void Text(size_t off, char (&s)[N]) const { std::memcpy(s, bytes + off, N); }
+};
+
+struct LayoutWriter {
+    uint8_t* bytes;
+    void U8(size_t off, uint8_t v) const { le::PutU8(bytes + off, v); }
+    void I16(size_t off, int16_t v) const { le::PutI16(bytes + off, v); }
+    void U16(size_t off, uint16_t v) const { le::PutU16(bytes + off, v); }
+    void I32(size_t off, int32_t v) const { le::PutI32(bytes + off, v); }
+    void U32(size_t off, uint32_t v) const { le::PutU32(bytes + off, v); }
+    void F32(size_t off, float v) const { le::PutF32(bytes + off, v); }
+    void F64(size_t off, double v) const { le::PutF64(bytes + off, v); }
+    template <size_t N>
+    void Text(size_t off, const char (&s)[N]) const { std::memcpy(bytes + off, s, N); }
+};
+
+struct LayoutCheck {
+    size_t next = 0;
+    bool ok = true;
+    constexpr void Field(size_t off, size_t width) {
+        if (off != next) ok = false;
+        next = off + width;
+    }
+    template <class T>
+    constexpr void U8(size_t off, const T&) { Field(off, 1); }
+    template <class T>
+    constexpr void I16(size_t off, const T&) { Field(off, 2); }
+    template <class T>
+    constexpr void U16(size_t off, const T&) { Field(off, 2); }
+    template <class T>
+    constexpr void I32(size_t off, const T&) { Field(off, 4); }
+    template <class T>
+    constexpr void U32(size_t off, const T&) { Field(off, 4); }
+    template <class T>
+    constexpr void F32(size_t off, const T&) { Field(off, 4); }
+    template <class T>
+    constexpr void F64(size_t off, const T&) { Field(off, 8); }
+    template <size_t N>
+    constexpr void Text(size_t off, const char (&)[N]) { Field(off, N); }
+};
+
+template <class Layout, class R>
+constexpr bool LayoutIsPacked() {
+    R record{};
+    LayoutCheck check;
+    Layout::Fields(check, record);
+    return check.ok && check.next == Layout::kSize;
+}
+
+template <class Layout, class R>
+void DecodeRecord(const uint8_t* bytes, R& record) {
+    LayoutReader io{bytes};
+    Layout::Fields(io, record);
+}
+
+template <class Layout, class R>
+void EncodeRecord(const R& record, uint8_t* bytes) {
+    LayoutWriter io{bytes};
+    Layout::Fields(io, record);
+}
+
+template <class Layout, class R>
+std::array<uint8_t, Layout::kSize> RecordImage(const R& record) {
+    std::array<uint8_t, Layout::kSize> image{};
+    EncodeRecord<Layout>(record, image.data());
+    return image;
+}
+
+// Reads or writes one whole image at the stream's position; 1 on success.
+template <class Layout, class R>
+int ReadRecord(FILE* stream, R& record) {
+    std::array<uint8_t, Layout::kSize> image;
+    if (std::fread(image.data(), 1, image.size(), stream) != image.size()) return 0;
+    DecodeRecord<Layout>(image.data(), record);
+    return 1;
+}
+
+template <class Layout, class R>
+int WriteRecord(FILE* stream, const R& record) {
+    const auto image = RecordImage<Layout>(record);
+    return std::fwrite(image.data(), 1, image.size(), stream) == image.size() ? 1 : 0;
+}
+
+// The i16 record count that heads most of the user files.
+inline int ReadCount16(FILE* stream, int* countOut) {
+    uint8_t b[2];
+    if (std::fread(b, 1, 2, stream) != 2) return 0;
+    *countOut = le::GetI16(b);
+    return 1;
+}
+
+inline int WriteCount16(FILE* stream, int count) {
+    uint8_t b[2];
+    le::PutI16(b, static_cast<int16_t>(count));
+    return std::fwrite(b, 1, 2, stream) == 2 ? 1 : 0;
+}
