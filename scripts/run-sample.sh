@@ -1,0 +1,29 @@
+#!/usr/bin/env bash
+# Builds ferry2-cli, writes the sample folders into sample/ (made afresh each
+# time) and runs the location import there: the Locations page's rows, the
+# job's final message, and the lines it wrote to ferry2.log.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+top=$PWD
+
+bash scripts/ensure-packages.sh cmake ninja-build g++
+
+cmake -S . -B build-sample -G Ninja -DCMAKE_BUILD_TYPE=Release -DFERRY2_TESTS=OFF >/dev/null
+cmake --build build-sample --target ferry2-cli make-sample >/dev/null
+
+rm -rf sample
+"$top/build-sample/make-sample" sample >/dev/null
+cd sample/vesperal2
+
+echo "\$ ferry2-cli --legacy ../legacy list locations"
+"$top/build-sample/ferry2-cli" --legacy ../legacy list locations
+echo
+echo "\$ ferry2-cli import locations"
+status=0
+"$top/build-sample/ferry2-cli" import locations || status=$?
+echo
+echo "ferry2.log:"
+cat ferry2.log
+echo
+echo "(sample folders in $top/sample; exit status $status)"
+exit "$status"

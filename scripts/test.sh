@@ -1,0 +1,29 @@
+#!/usr/bin/env bash
+# Builds everything and runs every test: the native build (core, ferry2-cli,
+# tests) and the Windows cross build, whose tests run under Wine.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+top=$PWD
+
+bash scripts/ensure-packages.sh cmake ninja-build g++ googletest \
+    g++-mingw-w64-x86-64-posix wine wine64 fonts-wine xvfb xauth
+
+echo "== native build and tests"
+cmake -S . -B build -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DFERRY2_WERROR=ON >/dev/null
+cmake --build build
+ctest --test-dir build --output-on-failure
+
+echo "== Windows build and tests under Wine"
+export WINEPREFIX="$top/build-win/wineprefix" WINEARCH=win64 WINEDEBUG=-all \
+       WINEDLLOVERRIDES="mscoree,mshtml=;winemenubuilder.exe=d"
+cmake -S . -B build-win -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DFERRY2_WERROR=ON \
+      -DCMAKE_TOOLCHAIN_FILE=cmake/mingw-w64-x86_64.cmake >/dev/null
+cmake --build build-win
+xvfb-run -a -s "-screen 0 1024x768x24 -nolisten tcp" bash -euo pipefail -c '
+  trap "wineserver -k 2>/dev/null || true" EXIT
+  mkdir -p "$WINEPREFIX"
+  wineserver -p </dev/null >/dev/null 2>&1
+  wineboot -i </dev/null >/dev/null 2>&1
+  wine reg add "HKCU\\Software\\Wine\\X11 Driver" /v Managed /d N /f </dev/null >/dev/null 2>&1
+  ctest --test-dir build-win --output-on-failure
+'

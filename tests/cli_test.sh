@@ -1,0 +1,95 @@
+#!/usr/bin/env bash
+# End-to-end run of ferry2-cli on the generated sample folders.
+# usage: cli_test.sh FERRY2_CLI MAKE_SAMPLE
+set -u
+cli=$(realpath "$1")
+make_sample=$(realpath "$2")
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+failures=0
+passes=0
+
+check() {  # check NAME CONDITION...
+    local name=$1
+    shift
+    if "$@"; then
+        passes=$((passes + 1))
+    else
+        echo "FAILED: $name" >&2
+        failures=$((failures + 1))
+    fi
+}
+
+run() {  # run ARGS... : sets out and rc
+    out=$("$cli" "$@" 2>"$work/stderr")
+    rc=$?
+}
+
+"$make_sample" "$work" >/dev/null || { echo "make-sample failed" >&2; exit 1; }
+cd "$work/vesperal2"
+
+run --help
+check "help exits 0" test "$rc" -eq 0
+check "help shows usage" grep -q "ferry2-cli \[--legacy DIR\] import locations" <<<"$out"
+
+run import
+check "missing subject is a usage error" test "$rc" -eq 2
+run --bogus list locations
+check "unknown option is a usage error" test "$rc" -eq 2
+run list locations --rows 1
+check "--rows only goes with import" test "$rc" -eq 2
+
+# Start-up: an ini that cannot be resolved stops everything.
+mv vesperal.ini vesperal.keep
+run --legacy ../legacy import locations
+check "unresolved roots exit 2" test "$rc" -eq 2
+check "start-up message" test "$out" = $'Vesperal 2 Error\nVesperal cannot find the database files.\nInsert the Vesperal 2 CDROM and try again.'
+check "nothing written before start-up passed" test ! -e ferry2.ini -a ! -e ferry2.log
+mv vesperal.keep vesperal.ini
+
+# A folder without charts.bin is refused.
+run --legacy .. list locations
+check "refused folder exits 2" test "$rc" -eq 2
+check "path message" test "$out" = $'Ferry 2 Message\nVesperal 1.x files not found. Check your path and try again.'
+check "refused folder not remembered" test ! -e ferry2.ini
+
+run --legacy ../legacy list locations
+check "list exits 0" test "$rc" -eq 0
+check "list has header and nine rows" test "$(wc -l <<<"$out")" -eq 10
+check "rows numbered from 1, all ticked" test "$(sed -n 2p <<<"$out")" = $'1\t1\tMount Wilson Observatory'
+check "empty name keeps its row" test "$(sed -n 7p <<<"$out")" = $'6\t1\t'
+check "accepted folder remembered without line end" test "$(cat ferry2.ini)" = "../legacy" -a "$(wc -c <ferry2.ini)" -eq 9
+
+# The import takes the remembered folder.
+run import locations
+check "import exits 0" test "$rc" -eq 0
+check "import message" test "$out" = $'Ferry 2 Message\nImported 6 of 9, 3 skipped'
+check "log lines" test "$(cat ferry2.log)" = "Location: Warning Kitt Peak National Observatory already exists (not added)
+Location: Warning Backyard already exists (not added)
+Location: Warning Home already exists (not added)"
+check "store grew by six" test "$(wc -c <user/loc.bin)" -eq $((2 + 135 * 8))
+n=2
+for legacy_index in 0 2 3 4 5 7; do
+    check "record $legacy_index copied unchanged" \
+        cmp -s -n 135 -i $((2 + 135 * legacy_index)):$((2 + 135 * n)) ../legacy/loc.bin user/loc.bin
+    n=$((n + 1))
+done
+
+run import locations --rows 1,3
+check "second run of two rows" test "$out" = $'Ferry 2 Message\nImported 0 of 2, 2 skipped'
+check "second run appends two warnings" test "$(wc -l <ferry2.log)" -eq 5
+run import locations --rows 6
+check "an empty name is added again" test "$out" = $'Ferry 2 Message\nImported 1 of 1, 0 skipped'
+run import locations --rows 10
+check "row past the page is a usage error" test "$rc" -eq 2
+
+# A legacy file cut short ends with the error form and status 1.
+head -c $((2 + 135 * 3 + 50)) ../legacy/loc.bin >../legacy/short.bin
+mv ../legacy/short.bin ../legacy/loc.bin
+run import locations
+check "job error exits 1" test "$rc" -eq 1
+check "error form" test "$out" = $'Ferry 2 Message\nAn error occurred during import. See the ferry2.log file for details.\nImported 0 of 3, 3 skipped'
+check "read error logged" test "$(tail -n 1 ferry2.log)" = "Location: error reading V1.x location database"
+
+echo "cli: $passes passed, $failures failed"
+test "$failures" -eq 0

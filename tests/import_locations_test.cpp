@@ -1,0 +1,177 @@
+#include <string>
+#include <vector>
+
+#include "legacy/import_locations.h"
+#include "shell/import_log.h"
+#include "support.h"
+
+namespace {
+
+constexpr char kErrorForm[] =
+    "An error occurred during import. See the ferry2.log file for details.\r\n";
+
+class ImportLocationsTest : public ScratchTest {
+protected:
+    void SetUp() override {
+        ScratchTest::SetUp();
+        MakeDirs("user");
+        MakeDirs("legacy");
+    }
+
+    // Runs the job with the given ticks (null for no tick array) and the log
+    // open as the program has it; returns the job's result.
+    int Run(const std::vector<uint8_t>* ticks) {
+        std::vector<uint8_t> copy = ticks ? *ticks : std::vector<uint8_t>();
+        messages_.clear();
+        FilePtr log = OpenImportLog();
+        JobHost host;
+        host.log = log.get();
+        host.legacyRoot = "legacy";
+        host.showMessage = [this](const char* text, const char* title) {
+            messages_.push_back(title + std::string("|") + text);
+        };
+        if (ticks) host.ticks = [&copy] { return TickArray{copy.data(), copy.size()}; };
+        return ImportLocations(host);
+    }
+    int RunTicked(std::vector<uint8_t> ticks) { return Run(&ticks); }
+
+    std::string OnlyMessage() {
+        EXPECT_EQ(messages_.size(), 1u);
+        return messages_.empty() ? std::string() : messages_[0];
+    }
+    static std::string Plain(const char* counts) { return std::string("Ferry 2 Message|") + counts; }
+    static std::string Error(const char* counts) {
+        return std::string("Ferry 2 Message|") + kErrorForm + counts;
+    }
+
+    std::vector<std::string> messages_;
+};
+
+TEST_F(ImportLocationsTest, TickedRecordsLandUnchangedAtTheEndOfTheStore) {
+    const Bytes mine = LocationBytes("Mine", 0.1, 0.2, 1, 0);
+    Bytes odd = LocationBytes("Odd", 1.0, 0.5, 4, 1);
+    for (size_t i = 16; i < 99; ++i) odd[i] = static_cast<uint8_t>(i * 13);  // any reals at all
+    odd[99 + 10] = 'Z';  // bytes after the name's NUL
+    odd[134] = 0xEE;     // a nonzero spare
+    const Bytes skipped = LocationBytes("Unticked", 2.0, 0.5);
+    const Bytes third = LocationBytes("Third", 3.0, 0.5, 2, 0);
+    WriteFileBytes("user/loc.bin", LocationFileBytes({mine}));
+    WriteFileBytes("legacy/loc.bin", LocationFileBytes({odd, skipped, third}));
+
+    EXPECT_EQ(RunTicked({1, 0, 7}), 1);
+    EXPECT_EQ(OnlyMessage(), Plain("Imported 2 of 2, 0 skipped"));
+    EXPECT_EQ(ReadFileBytes("user/loc.bin"), LocationFileBytes({mine, odd, third}));
+    EXPECT_EQ(ReadFileText("ferry2.log"), "");
+}
+
+TEST_F(ImportLocationsTest, DuplicatesAreRefusedWhetherAtTheSamePlaceOrAnother) {
+    WriteFileBytes("user/loc.bin", LocationFileBytes({LocationBytes("Home", 1.0, 0.5),
+                                                      LocationBytes("Club", 2.0, 0.6)}));
+    WriteFileBytes("legacy/loc.bin",
+                   LocationFileBytes({
+                       LocationBytes("Home", 1.0 + 7e-5, 0.5),  // same place
+                       LocationBytes("Club", 2.5, 0.6),         // same name elsewhere
+                       LocationBytes("Twin", 0.3, 0.1),
+                       LocationBytes("Twin", 0.4, 0.1),  // refused: added just before
+                       LocationBytes("", 0.5, 0.1),      // never a duplicate
+                       LocationBytes("", 0.5, 0.1),
+                       LocationBytes("home", 1.0, 0.5),  // case matters
+                   }));
+
+    EXPECT_EQ(RunTicked({1, 1, 1, 1, 1, 1, 1}), 1);
+    EXPECT_EQ(OnlyMessage(), Plain("Imported 4 of 7, 3 skipped"));
+    EXPECT_EQ(ReadFileText("ferry2.log"),
+              "Location: Warning Home already exists (not added)\n"
+              "Location: Warning Club already exists (not added)\n"
+              "Location: Warning Twin already exists (not added)\n");
+    const Bytes store = ReadFileBytes("user/loc.bin");
+    EXPECT_EQ(PeekI16(store, 0), 6);
+}
+
+TEST_F(ImportLocationsTest, SecondRunOfTheSameTicksRefusesEveryNamedRow) {
+    WriteFileBytes("user/loc.bin", LocationFileBytes({}));
+    WriteFileBytes("legacy/loc.bin", LocationFileBytes({LocationBytes("A", 1, 0), LocationBytes("", 2, 0),
+                                                        LocationBytes("B", 3, 0)}));
+    ASSERT_EQ(RunTicked({1, 1, 1}), 1);
+    EXPECT_EQ(OnlyMessage(), Plain("Imported 3 of 3, 0 skipped"));
+    ASSERT_EQ(RunTicked({1, 1, 1}), 1);
+    EXPECT_EQ(OnlyMessage(), Plain("Imported 1 of 3, 2 skipped"));
+    EXPECT_EQ(ReadFileText("ferry2.log"),
+              "Location: Warning A already exists (not added)\n"
+              "Location: Warning B already exists (not added)\n");
+    EXPECT_EQ(PeekI16(ReadFileBytes("user/loc.bin"), 0), 4);
+}
+
+TEST_F(ImportLocationsTest, NothingTickedOrNothingThereGivesThreeZeros) {
+    WriteFileBytes("legacy/loc.bin", LocationFileBytes({LocationBytes("A", 1, 0)}));
+    EXPECT_EQ(RunTicked({0}), 1);
+    EXPECT_EQ(OnlyMessage(), Plain("Imported 0 of 0, 0 skipped"));
+    // A count of 0 under a page that still has a tick array.
+    WriteFileBytes("legacy/loc.bin", LocationFileBytes({}));
+    EXPECT_EQ(RunTicked({1}), 1);
+    EXPECT_EQ(OnlyMessage(), Plain("Imported 0 of 0, 0 skipped"));
+    // The store was made on the way, with a count of 0.
+    EXPECT_EQ(ReadFileBytes("user/loc.bin"), (Bytes{0, 0}));
+}
+
+TEST_F(ImportLocationsTest, NoTickArrayIsAnInternalError) {
+    WriteFileBytes("legacy/loc.bin", LocationFileBytes({}));
+    EXPECT_EQ(Run(nullptr), 0);
+    EXPECT_EQ(OnlyMessage(), Error("Imported 0 of 0, 0 skipped"));
+    EXPECT_EQ(ReadFileText("ferry2.log"), "Location: Internal error\n");
+}
+
+TEST_F(ImportLocationsTest, TruncatedLegacyFileStopsWithTheErrorFormAndKeepsWhatWasAdded) {
+    Bytes file = LocationFileBytes({LocationBytes("First", 1, 0), LocationBytes("Second", 2, 0),
+                                    LocationBytes("Third", 3, 0)});
+    file.resize(2 + 135 + 133);  // the second record loses its tail's last bytes
+    WriteFileBytes("legacy/loc.bin", file);
+    EXPECT_EQ(RunTicked({1, 1, 1}), 0);
+    EXPECT_EQ(OnlyMessage(), Error("Imported 1 of 1, 0 skipped"));
+    EXPECT_EQ(ReadFileText("ferry2.log"), "Location: error reading V1.x location database\n");
+    EXPECT_EQ(ReadFileBytes("user/loc.bin"), LocationFileBytes({LocationBytes("First", 1, 0)}));
+}
+
+TEST_F(ImportLocationsTest, MissingLegacyFileEndsSilently) {
+    EXPECT_EQ(RunTicked({1}), 0);
+    EXPECT_TRUE(messages_.empty());
+    EXPECT_EQ(ReadFileText("ferry2.log"), "");
+    WriteFileBytes("legacy/loc.bin", {7});  // no whole count
+    EXPECT_EQ(RunTicked({1}), 0);
+    EXPECT_TRUE(messages_.empty());
+}
+
+TEST_F(ImportLocationsTest, StoreThatCannotBeOpenedGivesTheErrorFormWithZeros) {
+    std::filesystem::remove("user");
+    WriteFileBytes("legacy/loc.bin", LocationFileBytes({LocationBytes("A", 1, 0)}));
+    EXPECT_EQ(RunTicked({1}), 0);
+    EXPECT_EQ(OnlyMessage(), Error("Imported 0 of 0, 0 skipped"));
+    EXPECT_EQ(ReadFileText("ferry2.log"), "");
+}
+
+TEST_F(ImportLocationsTest, FailedAddIsSkippedButNotCountedAndTheJobGoesOn) {
+    // A store whose count is at the top of its range takes no more records.
+    Bytes full(2, 0);
+    PokeI16(full, 0, 32767);
+    WriteFileBytes("user/loc.bin", full);
+    WriteFileBytes("legacy/loc.bin", LocationFileBytes({LocationBytes("A", 1, 0), LocationBytes("B", 2, 0)}));
+    EXPECT_EQ(RunTicked({1, 1}), 1);
+    EXPECT_EQ(OnlyMessage(), Plain("Imported 0 of 0, 2 skipped"));
+    EXPECT_EQ(ReadFileText("ferry2.log"),
+              "Location: error adding new location\n"
+              "Location: error adding new location\n");
+}
+
+TEST_F(ImportLocationsTest, RowsPastTheTickArrayAreNotTickedAndNoLogIsHarmless) {
+    WriteFileBytes("legacy/loc.bin", LocationFileBytes({LocationBytes("A", 1, 0), LocationBytes("A", 2, 0)}));
+    std::vector<uint8_t> ticks = {1};
+    JobHost host;  // no log, no message sink
+    host.legacyRoot = "legacy";
+    host.ticks = [&ticks] { return TickArray{ticks.data(), ticks.size()}; };
+    EXPECT_EQ(ImportLocations(host), 1);
+    ticks = {1, 1};
+    EXPECT_EQ(ImportLocations(host), 1);  // both refused; the warnings go nowhere
+    EXPECT_EQ(PeekI16(ReadFileBytes("user/loc.bin"), 0), 1);
+}
+
+}  // namespace

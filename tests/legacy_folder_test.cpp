@@ -1,0 +1,80 @@
+#include <string>
+#include <vector>
+
+#include "shell/file_utils.h"
+#include "shell/help_path.h"
+#include "shell/legacy_folder.h"
+#include "support.h"
+
+namespace {
+
+struct Shown {
+    std::string text, title;
+};
+
+class LegacyFolderTest : public ScratchTest {
+protected:
+    JobHost Host() {
+        JobHost host;
+        host.showMessage = [this](const char* text, const char* title) {
+            shown_.push_back({text, title});
+        };
+        return host;
+    }
+    std::vector<Shown> shown_;
+};
+
+TEST_F(LegacyFolderTest, FolderWithoutChartsIsRefusedWithThePathMessage) {
+    MakeDirs("old");
+    EXPECT_EQ(AcceptLegacyFolder("old", Host()), 0);
+    ASSERT_EQ(shown_.size(), 1u);
+    EXPECT_EQ(shown_[0].text, "Vesperal 1.x files not found. Check your path and try again.");
+    EXPECT_EQ(shown_[0].title, "Ferry 2 Message");
+    EXPECT_FALSE(FileExists("ferry2.ini"));
+}
+
+TEST_F(LegacyFolderTest, ChartsAloneProveTheFolderWhichIsRememberedWithoutLineEnd) {
+    MakeDirs("old");
+    WriteFileBytes("old/charts.bin", {0, 0});
+    EXPECT_NE(AcceptLegacyFolder("old/", Host()), 0);  // doubled separator resolves
+    EXPECT_TRUE(shown_.empty());
+    EXPECT_EQ(ReadFileBytes("ferry2.ini"), (Bytes{'o', 'l', 'd', '/'}));
+    std::string folder = "default";
+    ASSERT_TRUE(ReadFerryIni(folder));
+    EXPECT_EQ(folder, "old/");
+}
+
+TEST_F(LegacyFolderTest, FerryIniGivesItsFirstLineAsItStands) {
+    std::string folder = "default";
+    EXPECT_FALSE(ReadFerryIni(folder));
+    EXPECT_EQ(folder, "default");
+    WriteFileText("ferry2.ini", "C:\\V1\r\nsecond\n");
+    ASSERT_TRUE(ReadFerryIni(folder));
+    EXPECT_EQ(folder, "C:\\V1\n");
+    WriteFileText("ferry2.ini", "");
+    folder = "default";
+    EXPECT_FALSE(ReadFerryIni(folder));
+    EXPECT_EQ(folder, "default");
+}
+
+TEST(HelpPath, NameFollowsTheLastBackslashOrColon) {
+    EXPECT_EQ(ComposeHelpPath("C:\\Program Files\\Ferry 2\\ferry2.exe", "ferry2.hlp"),
+              "C:\\Program Files\\Ferry 2\\ferry2.hlp");
+    EXPECT_EQ(ComposeHelpPath("C:ferry2.exe", "vesperal2.hlp"), "C:vesperal2.hlp");
+    EXPECT_EQ(ComposeHelpPath("ferry2.exe", "ferry2.hlp"), "ferry2.hlp");
+}
+
+TEST(HelpPath, QuestionMarkWhenTheFolderLeavesNoRoomForAShortName) {
+    // Kept length + 13 must stay below 128.
+    const std::string folder114 = "C:\\" + std::string(110, 'a') + "\\";
+    ASSERT_EQ(folder114.size(), 114u);
+    EXPECT_EQ(ComposeHelpPath(folder114 + "x.exe", "ferry2.hlp"), folder114 + "ferry2.hlp");
+    const std::string folder115 = "C:\\" + std::string(111, 'a') + "\\";
+    EXPECT_EQ(ComposeHelpPath(folder115 + "x.exe", "ferry2.hlp"), folder115 + "?");
+    // The module path is held in 128 characters: a longer one is cut first,
+    // here inside its last folder name.
+    const std::string longer = "C:\\" + std::string(130, 'b') + "\\x.exe";
+    EXPECT_EQ(ComposeHelpPath(longer, "ferry2.hlp"), "C:\\ferry2.hlp");
+}
+
+}  // namespace

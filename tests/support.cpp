@@ -1,0 +1,86 @@
+#include "support.h"
+
+#include <cstdio>
+#include <cstring>
+#include <fstream>
+#include <random>
+
+namespace fs = std::filesystem;
+
+void ScratchTest::SetUp() {
+    std::error_code ec;
+    previous_ = fs::current_path(ec);
+    static std::mt19937_64 rng(std::random_device{}());
+    root_ = fs::temp_directory_path(ec) / ("ferry2-test-" + std::to_string(rng()));
+    fs::create_directories(root_, ec);
+    ASSERT_FALSE(ec) << ec.message();
+    fs::current_path(root_, ec);
+    ASSERT_FALSE(ec) << ec.message();
+}
+
+void ScratchTest::TearDown() {
+    std::error_code ec;
+    fs::current_path(previous_, ec);
+    fs::remove_all(root_, ec);
+}
+
+void WriteFileBytes(const std::string& path, const Bytes& bytes) {
+    std::ofstream f(path, std::ios::binary | std::ios::trunc);
+    f.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+}
+
+void WriteFileText(const std::string& path, const std::string& text) {
+    std::ofstream f(path, std::ios::binary | std::ios::trunc);
+    f << text;
+}
+
+Bytes ReadFileBytes(const std::string& path) {
+    std::ifstream f(path, std::ios::binary);
+    return Bytes(std::istreambuf_iterator<char>(f), std::istreambuf_iterator<char>());
+}
+
+std::string ReadFileText(const std::string& path) {
+    std::ifstream f(path);
+    return std::string(std::istreambuf_iterator<char>(f), std::istreambuf_iterator<char>());
+}
+
+void MakeDirs(const std::string& path) {
+    std::error_code ec;
+    fs::create_directories(path, ec);
+}
+
+void PokeF64(Bytes& b, size_t off, double v) { std::memcpy(&b[off], &v, 8); }
+void PokeF32(Bytes& b, size_t off, float v) { std::memcpy(&b[off], &v, 4); }
+void PokeI16(Bytes& b, size_t off, int16_t v) { std::memcpy(&b[off], &v, 2); }
+double PeekF64(const Bytes& b, size_t off) {
+    double v;
+    std::memcpy(&v, &b[off], 8);
+    return v;
+}
+int16_t PeekI16(const Bytes& b, size_t off) {
+    int16_t v;
+    std::memcpy(&v, &b[off], 2);
+    return v;
+}
+
+Bytes LocationBytes(const std::string& name, double longitude, double latitude, uint8_t tailByte0,
+                    uint8_t tailByte1) {
+    Bytes b(135, 0);
+    PokeF64(b, 0, longitude);
+    PokeF64(b, 8, latitude);
+    std::memcpy(&b[99], name.data(), std::min<size_t>(name.size(), 32));
+    b[132] = tailByte0;
+    b[133] = tailByte1;
+    return b;
+}
+
+Bytes LocationFileBytes(const std::vector<Bytes>& records, int16_t count) {
+    Bytes out(2, 0);
+    PokeI16(out, 0, count);
+    for (const Bytes& r : records) out.insert(out.end(), r.begin(), r.end());
+    return out;
+}
+
+Bytes LocationFileBytes(const std::vector<Bytes>& records) {
+    return LocationFileBytes(records, static_cast<int16_t>(records.size()));
+}

@@ -1,0 +1,44 @@
+// Scratch folders and hand-made file images for the tests.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+using Bytes = std::vector<uint8_t>;
+
+// Each test runs in a fresh empty folder that becomes the working folder,
+// as the program runs in the Vesperal 2 data folder.
+class ScratchTest : public ::testing::Test {
+protected:
+    void SetUp() override;
+    void TearDown() override;
+    std::filesystem::path root_;
+    std::filesystem::path previous_;
+};
+
+void WriteFileBytes(const std::string& path, const Bytes& bytes);
+void WriteFileText(const std::string& path, const std::string& text);
+Bytes ReadFileBytes(const std::string& path);
+std::string ReadFileText(const std::string& path);  // text mode, as the program writes logs
+void MakeDirs(const std::string& path);
+
+// Little-endian pokes at fixed offsets, written independently of the code
+// under test.
+void PokeF64(Bytes& b, size_t off, double v);
+void PokeF32(Bytes& b, size_t off, float v);
+void PokeI16(Bytes& b, size_t off, int16_t v);
+double PeekF64(const Bytes& b, size_t off);
+int16_t PeekI16(const Bytes& b, size_t off);
+
+// A 135-byte location record (132-byte place, 3-byte tail) with the given
+// primary fields; derived fields are left 0 unless set by the caller.
+Bytes LocationBytes(const std::string& name, double longitude, double latitude,
+                    uint8_t tailByte0 = 0, uint8_t tailByte1 = 0);
+
+// An i16 count and the records, as the legacy file and the store keep them.
+Bytes LocationFileBytes(const std::vector<Bytes>& records, int16_t count);
+Bytes LocationFileBytes(const std::vector<Bytes>& records);
