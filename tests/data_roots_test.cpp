@@ -75,43 +75,26 @@ TEST_F(DataRootsTest, EightLinesResolveAndEachGroupIsNormalisedForItsUser) {
     EXPECT_EQ(PlanetFilesFolder(), "E:\\solar\\");
 }
 
-TEST_F(DataRootsTest, MissingIniOrMissingLineOrMissingFolderFails) {
-    EXPECT_EQ(ResolveDataRoots("vesperal"), 0);
-
-    WriteFileText("vesperal.ini", "a\nb\nc\nd\ne\n");
-    Exist({"a", "b", "c", "d", "e"});
-    EXPECT_EQ(ResolveDataRoots("vesperal"), 0);
-
-    WriteFileText("vesperal.ini", "a\nb\nc\nd\ne\nf\ng\nh\n");
-    Exist({"a", "b", "c", "d", "e", "f", "g"});
-    EXPECT_EQ(ResolveDataRoots("vesperal"), 0);
-    Exist({"h"});
-    EXPECT_EQ(ResolveDataRoots("vesperal"), 1);
-}
-
-TEST_F(DataRootsTest, OneCharacterLinePassesAndEmptyLineFails) {
-    Exist({"a", "b", "c", "d", "e", "f", "g", "h"});
-    WriteFileText("vesperal.ini", "a\nb\nc\nd\ne\nf\ng\nh\n");
-    EXPECT_EQ(ResolveDataRoots("vesperal"), 1);
-    WriteFileText("vesperal.ini", "a\nb\n\nd\ne\nf\ng\nh\n");
-    EXPECT_EQ(ResolveDataRoots("vesperal"), 0);
-}
-
-TEST_F(DataRootsTest, LastLineWithoutLineEndLosesItsLastCharacter) {
-    WriteFileText("vesperal.ini", "a\nb\nc\nd\ne\nf\ng\nelements");
-    Exist({"a", "b", "c", "d", "e", "f", "g", "elements"});
-    EXPECT_EQ(ResolveDataRoots("vesperal"), 0);
-    EXPECT_EQ(TimesAsked("element"), 1);
-    Exist({"element"});
-    EXPECT_EQ(ResolveDataRoots("vesperal"), 1);
+TEST_F(DataRootsTest, EachLineMustBeThereBeLongEnoughAndNameAnExistingFolder) {
+    EXPECT_EQ(ResolveDataRoots("vesperal"), 0);  // no ini at all
+    Exist({"a", "b", "c", "d", "e", "f", "g", "h", "g/", "element"});
+    const struct {
+        const char* ini;
+        int result;
+    } cases[] = {
+        {"a\nb\nc\nd\ne\nf\ng\nh\n", 1},             // one character and a line end pass
+        {"a\nb\nc\nd\ne\n", 0},                        // a line missing
+        {"a\nb\n\nd\ne\nf\ng\nh\n", 0},               // an empty line
+        {"a\nb\nc\nd\ne\nf\ng\nx\n", 0},              // a folder missing
+        {"a\r\nb\r\nc\r\nd\r\ne\r\nf\r\ng/\r\nh\r\n", 1},  // Windows line ends
+        {"a\nb\nc\nd\ne\nf\ng\nelements", 1},         // no line end: "element" is tested
+    };
+    for (const auto& c : cases) {
+        WriteFileText("vesperal.ini", c.ini);
+        EXPECT_EQ(ResolveDataRoots("vesperal"), c.result) << c.ini;
+    }
+    EXPECT_EQ(TimesAsked("elements"), 0);
     EXPECT_EQ(minorPlanetRoot(1), "element/");
-}
-
-TEST_F(DataRootsTest, WindowsLineEndsReadAsTextMode) {
-    WriteFileText("vesperal.ini", "a\r\nb\r\nc\r\nd\r\ne\r\nf\r\ng/\r\nh\r\n");
-    Exist({"a", "b", "c", "d", "e", "f", "g/", "h"});
-    EXPECT_EQ(ResolveDataRoots("vesperal"), 1);
-    EXPECT_EQ(PlanetFilesFolder(), "g/");
 }
 
 TEST_F(DataRootsTest, HashInFirstColumnBecomesTheMarkedDriveFoundByOneScan) {
