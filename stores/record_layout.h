@@ -8,7 +8,7 @@
 //       template <class Io, class R> static constexpr void Fields(Io& io, R& r) {
 //           io.F64(0, r.value);
 //           io.U8(8, r.flag);
-//           io.Text(9, r.code);     // char[1]
+//           io.Text(9, r.code);     // char[1]; Raw takes uint8_t[N] blocks
 //       }
 //   };
 //
@@ -36,6 +36,8 @@ struct LayoutReader {
     void F64(size_t off, double& v) const { v = le::GetF64(bytes + off); }
     template <size_t N>
     void Text(size_t off, char (&s)[N]) const { std::memcpy(s, bytes + off, N); }
+    template <size_t N>
+    void Raw(size_t off, uint8_t (&b)[N]) const { std::memcpy(b, bytes + off, N); }
 };
 
 struct LayoutWriter {
@@ -49,6 +51,8 @@ struct LayoutWriter {
     void F64(size_t off, double v) const { le::PutF64(bytes + off, v); }
     template <size_t N>
     void Text(size_t off, const char (&s)[N]) const { std::memcpy(bytes + off, s, N); }
+    template <size_t N>
+    void Raw(size_t off, const uint8_t (&b)[N]) const { std::memcpy(bytes + off, b, N); }
 };
 
 struct LayoutCheck {
@@ -74,6 +78,8 @@ struct LayoutCheck {
     constexpr void F64(size_t off, const T&) { Field(off, 8); }
     template <size_t N>
     constexpr void Text(size_t off, const char (&)[N]) { Field(off, N); }
+    template <size_t N>
+    constexpr void Raw(size_t off, const uint8_t (&)[N]) { Field(off, N); }
 };
 
 template <class Layout, class R>

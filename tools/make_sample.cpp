@@ -1,5 +1,5 @@
 // Writes a small sample to try the program on: a version 1.x folder with
-// observing locations, and a Vesperal 2 data folder whose user store already
+// observing locations, instruments and observing lists, and a Vesperal 2 data folder whose user store already
 // holds two of them. The output is the same on every run.
 //
 //   make-sample OUTDIR   ->  OUTDIR/legacy/, OUTDIR/vesperal2/
@@ -7,6 +7,10 @@
 #include <string>
 #include <vector>
 
+#include <cstring>
+
+#include "legacy/legacy_instruments.h"
+#include "legacy/legacy_lists.h"
 #include "shell/file_utils.h"
 #include "stores/location_store.h"
 
@@ -53,6 +57,40 @@ const std::vector<SampleSite> kStoreSites = {
     {"Kitt Peak National Observatory", 111.5967, 31.9583, 2096.0, 6.8, -7.0, 3, 0, kNoSummerTime},
 };
 
+struct SampleInstrument {
+    const char* name;
+    uint8_t kind;  // 0 telescope, nonzero binoculars (3 as some old files have it)
+    double aperture, focalLength;
+    const char* systemName;
+};
+
+const std::vector<SampleInstrument> kLegacyInstruments = {
+    {"Dobsonian 10in", 0, 254.0, 1200.0, "Main"},
+    {"Refractor 80mm ED", 0, 80.0, 600.0, "Main"},
+    {"Binoculars 10x50", 1, 50.0, 200.0, "Binoculars"},
+    {"Giant Binoculars 25x100", 3, 100.0, 400.0, "Binoculars"},
+    {"SCT 8in", 0, 203.2, 2032.0, "Main"},
+};
+
+// An observing list of the index: its name, object count and the class of
+// its objects. A null name marks a free index row; `written` false leaves
+// the object file out, so the list cannot be opened.
+struct SampleList {
+    const char* name;
+    uint16_t objects;
+    uint8_t objectClass;
+    bool written;
+};
+
+const std::vector<SampleList> kLegacyLists = {
+    {"Messier Marathon", 12, 10, true},
+    {nullptr, 0, 0, false},
+    {"Summer Globulars", 5, 11, true},
+    {"Autumn Galaxies", 8, 6, true},
+    {"Messier Marathon", 3, 9, true},
+    {"Lost List", 4, 6, false},
+};
+
 const char* const kIniFolders[8] = {"data/small/", "data/stars/", "data/gsc/", "maps/1/",
                                     "maps/2/",     "maps/3/",     "solar/",    "solar/elements/"};
 
@@ -69,6 +107,57 @@ bool WriteLocations(const std::string& path, const std::vector<SampleSite>& site
         if (!LocationRecordWrite(f.get(), site, tail)) return false;
     }
     return std::fclose(f.release()) == 0;
+}
+
+bool WriteInstruments(const std::string& path) {
+    FilePtr f = OpenFile(path.c_str(), "wb");
+    if (!f) return false;
+    uint8_t head[4];
+    le::PutU16(head, static_cast<uint16_t>(kLegacyInstruments.size() + 1));
+    le::PutU16(head + 2, static_cast<uint16_t>(kLegacyInstruments.size()));
+    if (std::fwrite(head, 1, 4, f.get()) != 4) return false;
+    uint16_t id = 1;
+    for (const SampleInstrument& s : kLegacyInstruments) {
+        LegacyInstrument r;
+        r.id = id++;
+        r.systemCount = 1;
+        r.kind = s.kind;
+        r.defaultEyepiece = 255;
+        uint8_t* sys = r.systems[0];
+        le::PutF64(sys + 0, s.aperture);
+        le::PutF64(sys + 8, s.focalLength);
+        le::PutF64(sys + 16, s.focalLength / s.aperture);
+        std::strncpy(reinterpret_cast<char*>(sys + 26), s.systemName, 31);
+        std::strncpy(r.name, s.name, sizeof r.name - 1);
+        if (!WriteRecord<LegacyInstrumentLayout>(f.get(), r)) return false;
+    }
+    return std::fclose(f.release()) == 0;
+}
+
+bool WriteLists(const std::string& dir) {
+    std::string index(2, '\0');
+    le::PutI16(reinterpret_cast<uint8_t*>(index.data()), static_cast<int16_t>(kLegacyLists.size()));
+    for (size_t i = 0; i < kLegacyLists.size(); ++i) {
+        const SampleList& list = kLegacyLists[i];
+        uint8_t row[kLegacyListRowSize] = {};
+        if (list.name) std::strncpy(reinterpret_cast<char*>(row), list.name, 32);
+        le::PutU16(row + 33, list.name ? list.objects : kLegacyFreeListRow);
+        index.append(reinterpret_cast<const char*>(row), sizeof row);
+        if (!list.written) continue;
+        std::string objects(kLegacyListHeaderSize, '\0');
+        for (uint16_t n = 0; n < list.objects; ++n) {
+            uint8_t object[kLegacyListObjectSize] = {};
+            le::PutU32(object + 26, 1u + n * 7u);  // the catalogue record number
+            object[30] = list.objectClass;
+            objects.append(reinterpret_cast<const char*>(object), sizeof object);
+        }
+        char name[32];
+        std::snprintf(name, sizeof name, "/obs.%03d", static_cast<int>(i));
+        FilePtr f = OpenFile((dir + name).c_str(), "wb");
+        if (!f || std::fwrite(objects.data(), 1, objects.size(), f.get()) != objects.size()) return false;
+    }
+    FilePtr f = OpenFile((dir + "/obs.idx").c_str(), "wb");
+    return f && std::fwrite(index.data(), 1, index.size(), f.get()) == index.size();
 }
 
 bool WriteBytes(const std::string& path, const std::string& bytes, const char* mode) {
@@ -95,7 +184,8 @@ bool MakeLegacyFolder(const std::string& dir) {
     if (!MakeFolder(dir.c_str())) return false;
     // charts.bin proves the folder; an empty chart list is enough.
     return WriteBytes(dir + "/charts.bin", std::string("\0\0", 2), "wb") &&
-           WriteLocations(dir + "/loc.bin", kLegacySites);
+           WriteLocations(dir + "/loc.bin", kLegacySites) &&
+           WriteInstruments(dir + "/instr.bin") && WriteLists(dir);
 }
 
 bool MakeDataFolder(const std::string& dir) {
