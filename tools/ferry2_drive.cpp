@@ -1,7 +1,9 @@
-// Drives a running ferry2.exe from outside, for screenshots: presses OK in
-// the path dialog, moves the main window to the next tab, or closes it.
+// Drives a running ferry2.exe from outside, for screenshots and end-to-end
+// checks: presses OK in the path dialog, moves to the next tab, presses the
+// page's import button, reads and answers the message that ends a job, or
+// closes the main window.
 //
-//   ferry2-drive ok | next | close
+//   ferry2-drive ok | next | import | message | close
 #include <windows.h>
 #include <commctrl.h>
 
@@ -32,7 +34,7 @@ void Settle(HWND window) {
 
 int main(int argc, char** argv) {
     if (argc != 2) {
-        std::fprintf(stderr, "usage: ferry2-drive ok|next|close\n");
+        std::fprintf(stderr, "usage: ferry2-drive ok|next|import|message|close\n");
         return 2;
     }
     const char* step = argv[1];
@@ -53,6 +55,22 @@ int main(int argc, char** argv) {
         PostMessageA(tabs, WM_KEYDOWN, VK_RIGHT, 0);
         PostMessageA(tabs, WM_KEYUP, VK_RIGHT, 0);
         Settle(main);
+        return 0;
+    }
+    if (std::strcmp(step, "import") == 0) {
+        HWND page = FindWindowExA(GetDlgItem(main, 1001), nullptr, "#32770", nullptr);
+        if (!page) return 1;
+        PostMessageA(page, WM_COMMAND, MAKEWPARAM(101, BN_CLICKED), 0);
+        return 0;
+    }
+    if (std::strcmp(step, "message") == 0) {
+        // The message box's text is its static control 0xFFFF.
+        HWND box = WaitForWindow("Ferry 2 Message");
+        if (!box) return 1;
+        char text[1024] = {};
+        GetDlgItemTextA(box, 0xFFFF, text, sizeof text);
+        std::printf("Ferry 2 Message\n%s\n", text);
+        PostMessageA(box, WM_COMMAND, MAKEWPARAM(IDOK, BN_CLICKED), 0);
         return 0;
     }
     if (std::strcmp(step, "close") == 0) {

@@ -1,0 +1,212 @@
+// The program's windows in-process: start-up, the path dialog, the tabs and
+// the Locations page's button.
+#include <windows.h>
+#include <commctrl.h>
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+#include "data/resource.h"
+#include "shell/file_utils.h"
+#include "shell/win/app.h"
+#include "support.h"
+#include "ui/table_model.h"
+#include "win_support.h"
+
+namespace {
+
+class AppTest : public ScratchTest {
+protected:
+    void SetUp() override {
+        ScratchTest::SetUp();
+        InstallMessageRecorder();
+        AppReset();
+        App().instanceHandle = ProgramInstance();
+        MakeDirs("user");
+        MakeDirs("v1");
+        WriteFileBytes("v1/charts.bin", {0, 0});
+        WriteFileBytes("v1/loc.bin", LocationFileBytes({LocationBytes("Alpha", 1.0, 0.5),
+                                                        LocationBytes("Beta", 2.0, 0.5),
+                                                        LocationBytes("Alpha", 3.0, 0.5)}));
+    }
+    void TearDown() override {
+        if (IsWindow(App().pathDialog)) DestroyWindow(App().pathDialog);
+        if (IsWindow(App().mainWindow)) DestroyWindow(App().mainWindow);
+        PumpMessages();
+        AppReset();
+        SetMessageBoxFunction(nullptr);
+        ScratchTest::TearDown();
+    }
+
+    // The main window hidden and the path dialog up, as start-up leaves them.
+    void StartAsking() {
+        App().mainWindow = CreateDialogParamA(ProgramInstance(), "Ferry2", nullptr, nullptr, 0);
+        ASSERT_NE(App().mainWindow, nullptr);
+        ASSERT_NE(CreatePathDialog(), nullptr);
+    }
+    void PressOk(const char* folder) {
+        HWND dialog = App().pathDialog;
+        SetDlgItemTextA(dialog, IDC_LEGACY_PATH, folder);
+        SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(IDOK, BN_CLICKED), 0);
+    }
+    static HWND PageTable() { return GetDlgItem(App().pageWindow, IDC_TABLE); }
+    static std::vector<uint8_t> PageTicks() {
+        HWND t = PageTable();
+        auto* p = reinterpret_cast<uint8_t*>(SendMessageA(t, kTmGetTicks, 0, 0));
+        const int n = static_cast<int>(SendMessageA(t, kTmGetTickCount, 0, 0));
+        return p ? std::vector<uint8_t>(p, p + n) : std::vector<uint8_t>();
+    }
+    static void SelectTab(int index) {
+        HWND main = App().mainWindow;
+        HWND tabs = GetDlgItem(main, IDC_TABS);
+        SendMessageA(tabs, TCM_SETCURSEL, index, 0);
+        NMHDR hdr{tabs, IDC_TABS, static_cast<UINT>(TCN_SELCHANGE)};
+        SendMessageA(main, WM_NOTIFY, IDC_TABS, reinterpret_cast<LPARAM>(&hdr));
+    }
+};
+
+TEST_F(AppTest, PathDialogOffersTheRememberedFolderOrTheDefault) {
+    StartAsking();
+    char text[1024] = {};
+    GetDlgItemTextA(App().pathDialog, IDC_LEGACY_PATH, text, sizeof text);
+    EXPECT_STREQ(text, "C:\\Program Files\\Halcyonware\\Vesperal");
+    DestroyWindow(App().pathDialog);
+    WriteFileText("ferry2.ini", "D:\\Old Vesperal");
+    CreatePathDialog();
+    GetDlgItemTextA(App().pathDialog, IDC_LEGACY_PATH, text, sizeof text);
+    EXPECT_STREQ(text, "D:\\Old Vesperal");
+}
+
+TEST_F(AppTest, FolderWithoutChartsKeepsTheDialogAndWritesNothing) {
+    StartAsking();
+    MakeDirs("empty");
+    PressOk("empty");
+    ASSERT_EQ(ShownMessages().size(), 1u);
+    EXPECT_EQ(ShownMessages()[0].text, "Vesperal 1.x files not found. Check your path and try again.");
+    EXPECT_EQ(ShownMessages()[0].title, "Ferry 2 Message");
+    EXPECT_TRUE(IsWindow(App().pathDialog));
+    EXPECT_FALSE(IsWindowVisible(App().mainWindow));
+    EXPECT_FALSE(FileExists("ferry2.ini"));
+    EXPECT_FALSE(FileExists("ferry2.log"));
+}
+
+TEST_F(AppTest, OkRemembersTheFolderOpensTheLogAndShowsTheLocationsPage) {
+    StartAsking();
+    PressOk("v1");
+    EXPECT_TRUE(ShownMessages().empty());
+    EXPECT_EQ(ReadFileText("ferry2.ini"), "v1");
+    EXPECT_TRUE(FileExists("ferry2.log"));
+    EXPECT_FALSE(IsWindow(App().pathDialog));
+    EXPECT_TRUE(IsWindowVisible(App().mainWindow));
+    EXPECT_EQ(App().legacyRoot, "v1");
+    HWND tabs = GetDlgItem(App().mainWindow, IDC_TABS);
+    EXPECT_EQ(SendMessageA(tabs, TCM_GETITEMCOUNT, 0, 0), 4);
+    EXPECT_EQ(SendMessageA(tabs, TCM_GETCURSEL, 0, 0), 0);
+    ASSERT_NE(App().pageWindow, nullptr);
+    char row[64] = {};
+    SendMessageA(PageTable(), LB_GETTEXT, 1, reinterpret_cast<LPARAM>(row));
+    EXPECT_STREQ(row, "Beta");
+    EXPECT_EQ(PageTicks(), (std::vector<uint8_t>{1, 1, 1}));
+}
+
+TEST_F(AppTest, CancelEndsTheProgramAndLeavesBothFilesAlone) {
+    WriteFileText("ferry2.ini", "v1");
+    StartAsking();
+    SendMessageA(App().pathDialog, WM_COMMAND, MAKEWPARAM(IDCANCEL, BN_CLICKED), 0);
+    EXPECT_FALSE(IsWindow(App().pathDialog));
+    EXPECT_FALSE(IsWindow(App().mainWindow));
+    EXPECT_TRUE(PumpMessages());  // the quit message
+    EXPECT_EQ(ReadFileText("ferry2.ini"), "v1");
+    EXPECT_FALSE(FileExists("ferry2.log"));
+}
+
+TEST_F(AppTest, ChangingTabsRebuildsThePageAndResetsTheTicks) {
+    StartAsking();
+    PressOk("v1");
+    HWND first = App().pageWindow;
+    SendMessageA(PageTable(), WM_COMMAND, MAKEWPARAM(kTableListId, kTableTickChanged), 1);
+    EXPECT_EQ(PageTicks(), (std::vector<uint8_t>{1, 0, 1}));
+
+    SelectTab(0);  // the selected tab again: nothing changes
+    EXPECT_EQ(App().pageWindow, first);
+    EXPECT_EQ(PageTicks(), (std::vector<uint8_t>{1, 0, 1}));
+
+    SelectTab(3);
+    EXPECT_EQ(App().currentPage, 3);
+    EXPECT_FALSE(IsWindowEnabled(GetDlgItem(App().pageWindow, IDC_IMPORT)));
+    SelectTab(0);
+    EXPECT_NE(App().pageWindow, nullptr);
+    EXPECT_EQ(PageTicks(), (std::vector<uint8_t>{1, 1, 1}));
+}
+
+TEST_F(AppTest, ImportCheckedOnLocationsRunsTheJobAgainstTheStore) {
+    StartAsking();
+    PressOk("v1");
+    SendMessageA(PageTable(), WM_COMMAND, MAKEWPARAM(kTableListId, kTableTickChanged), 1);
+    SendMessageA(App().pageWindow, WM_COMMAND, MAKEWPARAM(IDC_IMPORT, BN_CLICKED), 0);
+    ASSERT_EQ(ShownMessages().size(), 1u);
+    EXPECT_EQ(ShownMessages()[0].text, "Imported 1 of 2, 1 skipped");
+    EXPECT_EQ(ShownMessages()[0].title, "Ferry 2 Message");
+    EXPECT_EQ(ReadFileBytes("user/loc.bin"), LocationFileBytes({LocationBytes("Alpha", 1.0, 0.5)}));
+    // The log reaches the disk when the main window closes.
+    DestroyWindow(App().mainWindow);
+    EXPECT_EQ(ReadFileText("ferry2.log"), "Location: Warning Alpha already exists (not added)\n");
+}
+
+TEST_F(AppTest, ListsPageLogsEachListItShows) {
+    Bytes index(2, 0);
+    PokeI16(index, 0, 2);
+    for (const char* name : {"Messier", "Caldwell"}) {
+        Bytes row(35, 0);
+        std::memcpy(row.data(), name, std::strlen(name));
+        row[33] = 2;
+        index.insert(index.end(), row.begin(), row.end());
+    }
+    WriteFileBytes("v1/obs.idx", index);
+    WriteFileBytes("v1/obs.001", Bytes(44 + 2 * 83, 0));
+    StartAsking();
+    PressOk("v1");
+    SelectTab(2);
+    // Only index row 1 is shown, but its tick is set at index 0.
+    EXPECT_EQ(PageTicks(), (std::vector<uint8_t>{1, 0}));
+    DestroyWindow(App().mainWindow);
+    EXPECT_EQ(ReadFileText("ferry2.log"), "index=  0 ret=  1 n=  0 Caldwell\t   2\n");
+}
+
+TEST(AppStart, SecondInstanceEndsAtOnceWithoutASign) {
+    InstallMessageRecorder();
+    HANDLE first = CreateMutexA(nullptr, TRUE, "Ferry2");
+    ASSERT_NE(first, nullptr);
+    EXPECT_EQ(Ferry2Run(ProgramInstance()), 0);
+    EXPECT_TRUE(ShownMessages().empty());
+    EXPECT_EQ(App().mainWindow, nullptr);
+    CloseHandle(first);
+    SetMessageBoxFunction(nullptr);
+    AppReset();
+}
+
+TEST_F(AppTest, UnregistrableClassEndsStartUpWithBothMessages) {
+    // The class is taken already (the tests registered it), so both ways of
+    // registering fail.
+    EXPECT_EQ(Ferry2Run(ProgramInstance()), 0);
+    ASSERT_EQ(ShownMessages().size(), 2u);
+    EXPECT_EQ(ShownMessages()[0].text, "RegisterClassEx Failed");
+    EXPECT_EQ(ShownMessages()[0].title, "Error");
+    EXPECT_EQ(ShownMessages()[1].text, "RegisterClass Failed Too");
+    EXPECT_EQ(ShownMessages()[1].title, "Error");
+}
+
+TEST_F(AppTest, UnresolvedDataRootsStopStartUpWithTheStopMessage) {
+    // No vesperal.ini in the working folder. The mutex of this run is left
+    // to the process, as the program leaves it.
+    ASSERT_TRUE(UnregisterClassA("Ferry2", ProgramInstance()));
+    EXPECT_EQ(Ferry2Run(ProgramInstance()), 0);
+    ASSERT_EQ(ShownMessages().size(), 1u);
+    EXPECT_EQ(ShownMessages()[0].text,
+              "Vesperal cannot find the database files.\r\nInsert the Vesperal 2 CDROM and try again.");
+    EXPECT_EQ(ShownMessages()[0].title, "Vesperal 2 Error");
+    EXPECT_EQ(ShownMessages()[0].flags, 0x10u);
+    EXPECT_EQ(App().mainWindow, nullptr);
+}
+
+}  // namespace

@@ -1,0 +1,37 @@
+#!/usr/bin/env bash
+# The window program and ferry2-cli, each on a fresh copy of the sample, must
+# leave the same store, the same log and the same message. Runs under Wine.
+# usage: window_matches_cli.sh FERRY2_EXE FERRY2_DRIVE_EXE FERRY2_CLI_EXE MAKE_SAMPLE_EXE
+set -u
+exe=$(realpath "$1")
+drive=$(realpath "$2")
+cli=$(realpath "$3")
+make_sample=$(realpath "$4")
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+cd "$work"
+wine "$make_sample" by-cli >/dev/null && wine "$make_sample" by-window >/dev/null || exit 1
+
+(cd by-cli/vesperal2 && wine "$cli" --legacy '..\legacy' import locations | tr -d '\r' >../message.txt)
+
+cd by-window/vesperal2
+printf '%s' '..\legacy' >ferry2.ini
+wine "$exe" </dev/null >/dev/null 2>&1 &
+program=$!
+wine "$drive" ok && wine "$drive" import && wine "$drive" message | tr -d '\r' >../message.txt
+wine "$drive" close
+wait "$program"
+cd "$work"
+
+failures=0
+for f in vesperal2/user/loc.bin vesperal2/ferry2.log vesperal2/ferry2.ini message.txt; do
+    if cmp -s "by-cli/$f" "by-window/$f"; then
+        echo "same: $f"
+    else
+        echo "DIFFERENT: $f" >&2
+        failures=$((failures + 1))
+    fi
+done
+echo "message: $(tr '\n' ' ' <by-window/message.txt)"
+test "$(sed -n 2p by-window/message.txt)" = "Imported 6 of 9, 3 skipped" || failures=$((failures + 1))
+test "$failures" -eq 0
