@@ -22,6 +22,7 @@ export WIN="$win" DOCS="$top/docs" SAMPLE="$work/vesperal2"
 xvfb-run -a -s "-screen 0 1024x768x24 -nolisten tcp" bash -euo pipefail -c '
   trap "wineserver -k 2>/dev/null || true" EXIT
   mkdir -p "$WINEPREFIX"
+  wineserver -k </dev/null >/dev/null 2>&1 || true   # a server left over from an earlier run
   wineserver -p </dev/null >/dev/null 2>&1 || true
   wineboot -i </dev/null >/dev/null 2>&1 || true
   wine reg add "HKCU\\Software\\Wine\\X11 Driver" /v Managed /d N /f </dev/null >/dev/null 2>&1 || true

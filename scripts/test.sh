@@ -23,6 +23,7 @@ cmake --build build-win
 xvfb-run -a -s "-screen 0 1024x768x24 -nolisten tcp" bash -uo pipefail -c '
   trap "wineserver -k 2>/dev/null || true" EXIT
   mkdir -p "$WINEPREFIX"
+  wineserver -k </dev/null >/dev/null 2>&1 || true   # a server left over from an earlier run
   wineserver -p </dev/null >/dev/null 2>&1 || echo "wineserver -p: status $?"
   wineboot -i </dev/null >/dev/null 2>&1 || echo "wineboot -i: status $?"
   wine reg add "HKCU\\Software\\Wine\\X11 Driver" /v Managed /d N /f </dev/null >/dev/null 2>&1 \

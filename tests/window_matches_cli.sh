@@ -20,6 +20,15 @@ wine "$exe" </dev/null >/dev/null 2>&1 &
 program=$!
 wine "$drive" ok && wine "$drive" import && wine "$drive" message | tr -d '\r' >../message.txt
 wine "$drive" close
+# The program ends with its main window; one that is stuck is stopped.
+for _ in $(seq 60); do
+    kill -0 "$program" 2>/dev/null || break
+    sleep 0.5
+done
+if kill -0 "$program" 2>/dev/null; then
+    echo "ferry2.exe did not end" >&2
+    kill "$program"
+fi
 wait "$program"
 cd "$work"
 

@@ -13,7 +13,7 @@
 namespace {
 
 HWND WaitForWindow(const char* title) {
-    for (int i = 0; i < 100; ++i) {
+    for (int i = 0; i < 300; ++i) {  // up to 30 s: a first window under Wine can be slow
         HWND w = FindWindowA(nullptr, title);
         if (w && IsWindowVisible(w)) return w;
         Sleep(100);
