@@ -12,6 +12,7 @@
 #include "shell/file_utils.h"
 
 struct AppState {
+    HANDLE instanceLock = nullptr;  // the "Ferry2" mutex, never closed by the program
     HINSTANCE instanceHandle = nullptr;
     HWND mainWindow = nullptr;
     HWND pathDialog = nullptr;

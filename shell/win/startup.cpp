@@ -67,10 +67,10 @@ HWND CreatePathDialog() {
 
 int Ferry2Run(HINSTANCE instance) {
     // The lock lives until the process ends; a second start leaves silently.
-    CreateMutexA(nullptr, TRUE, "Ferry2");
+    AppState& app = App();
+    app.instanceLock = CreateMutexA(nullptr, TRUE, "Ferry2");
     if (GetLastError() == kErrorAlreadyExists) return 0;
 
-    AppState& app = App();
     app.instanceHandle = instance;
     app.busy = 0;
     if (!RegisterMainClass(instance)) return 0;

@@ -30,6 +30,8 @@ protected:
                                                         LocationBytes("Alpha", 3.0, 0.5)}));
     }
     void TearDown() override {
+        // The program leaves its lock to the process; tests share one process.
+        if (App().instanceLock) CloseHandle(App().instanceLock);
         if (IsWindow(App().pathDialog)) DestroyWindow(App().pathDialog);
         if (IsWindow(App().mainWindow)) DestroyWindow(App().mainWindow);
         PumpMessages();
@@ -180,6 +182,7 @@ TEST(AppStart, SecondInstanceEndsAtOnceWithoutASign) {
     EXPECT_EQ(Ferry2Run(ProgramInstance()), 0);
     EXPECT_TRUE(ShownMessages().empty());
     EXPECT_EQ(App().mainWindow, nullptr);
+    if (App().instanceLock) CloseHandle(App().instanceLock);
     CloseHandle(first);
     SetMessageBoxFunction(nullptr);
     AppReset();
@@ -188,6 +191,8 @@ TEST(AppStart, SecondInstanceEndsAtOnceWithoutASign) {
 TEST_F(AppTest, UnregistrableClassEndsStartUpWithBothMessages) {
     // The class is taken already (the tests registered it), so both ways of
     // registering fail.
+    RegisterMainClass(ProgramInstance());
+    ShownMessages().clear();
     EXPECT_EQ(Ferry2Run(ProgramInstance()), 0);
     ASSERT_EQ(ShownMessages().size(), 2u);
     EXPECT_EQ(ShownMessages()[0].text, "RegisterClassEx Failed");
@@ -197,8 +202,7 @@ TEST_F(AppTest, UnregistrableClassEndsStartUpWithBothMessages) {
 }
 
 TEST_F(AppTest, UnresolvedDataRootsStopStartUpWithTheStopMessage) {
-    // No vesperal.ini in the working folder. The mutex of this run is left
-    // to the process, as the program leaves it.
+    // No vesperal.ini in the working folder.
     ASSERT_TRUE(UnregisterClassA("Ferry2", ProgramInstance()));
     EXPECT_EQ(Ferry2Run(ProgramInstance()), 0);
     ASSERT_EQ(ShownMessages().size(), 1u);
