@@ -3,6 +3,8 @@
 #include <cmath>
 #include <cstring>
 
+#include "stores/counted_file.h"
+
 namespace {
 
 // A stored place agrees with a given one within 15 seconds of time in
@@ -10,43 +12,21 @@ namespace {
 constexpr double kLongitudeTolerance = 7.27e-5;
 constexpr double kLatitudeTolerance = 4.85e-6;
 
-long RecordOffset(int index) { return 2L + static_cast<long>(kLocationRecordSize) * index; }
-
-int ReadCountAtHead(FILE* stream, int* count) {
-    if (std::fseek(stream, 0, SEEK_SET) != 0) return 0;
-    return ReadCount16(stream, count);
-}
-
-int WriteCountAtHead(FILE* stream, int count) {
-    if (std::fseek(stream, 0, SEEK_SET) != 0) return 0;
-    return WriteCount16(stream, count);
-}
-
 }  // namespace
 
 int LocationRecordRead(FILE* stream, Site& site, LocationTail& tail) {
-    if (!ReadRecord<SiteLayout>(stream, site)) return 0;
-    return ReadRecord<LocationTailLayout>(stream, tail);
+    LocationRecord r;
+    if (!ReadRecord<LocationRecordLayout>(stream, r)) return 0;
+    site = r.site;
+    tail = r.tail;
+    return 1;
 }
 
 int LocationRecordWrite(FILE* stream, const Site& site, const LocationTail& tail) {
-    if (!WriteRecord<SiteLayout>(stream, site)) return 0;
-    return WriteRecord<LocationTailLayout>(stream, tail);
+    return WriteRecord<LocationRecordLayout>(stream, LocationRecord{site, tail});
 }
 
-FilePtr LocationStoreOpen(int* countOut) {
-    int count = 0;
-    FilePtr f = OpenFile(kLocationStorePath, "r+b");
-    if (f && ReadCount16(f.get(), &count)) {
-        if (countOut) *countOut = count;
-        return f;
-    }
-    // Missing or without a count: start an empty store.
-    if (!f) f = OpenFile(kLocationStorePath, "w+b");
-    if (!f || !WriteCountAtHead(f.get(), 0) || std::fflush(f.get()) != 0) return nullptr;
-    if (countOut) *countOut = 0;
-    return f;
-}
+FilePtr LocationStoreOpen(int* countOut) { return CountedOpen(kLocationStorePath, countOut); }
 
 int LocationReadNext(FILE* stream, char (&nameOut)[33]) {
     Site site;
@@ -58,52 +38,31 @@ int LocationReadNext(FILE* stream, char (&nameOut)[33]) {
 }
 
 int LocationAdd(FILE* stream, const Site& site, const LocationTail& tail) {
-    int count = 0;
-    if (!ReadCountAtHead(stream, &count)) return 0;
-    if (count < 0 || count >= 32767) return 0;
-    if (std::fseek(stream, RecordOffset(count), SEEK_SET) != 0) return 0;
-    if (!LocationRecordWrite(stream, site, tail)) return 0;
-    if (!WriteCountAtHead(stream, count + 1)) return 0;
-    return std::fflush(stream) == 0 ? 1 : 0;
+    return CountedAdd<LocationRecordLayout>(stream, LocationRecord{site, tail});
 }
 
 int LocationRead(FILE* stream, int index, Site* siteOut, LocationTail* tailOut) {
-    int count = 0;
-    if (!siteOut || !tailOut || !ReadCountAtHead(stream, &count)) return 0;
-    if (index < 0 || index >= count) return 0;
-    if (std::fseek(stream, RecordOffset(index), SEEK_SET) != 0) return 0;
-    return LocationRecordRead(stream, *siteOut, *tailOut);
+    LocationRecord r;
+    if (!siteOut || !tailOut || !CountedRead<LocationRecordLayout>(stream, index, r)) return 0;
+    *siteOut = r.site;
+    *tailOut = r.tail;
+    return 1;
 }
 
 int LocationUpdate(FILE* stream, int index, const Site& site, const LocationTail& tail,
                    const DstRule& dstRule) {
-    int count = 0;
-    if (!ReadCountAtHead(stream, &count) || index < 0 || index >= count) return 0;
-    Site rebuilt;
+    LocationRecord rebuilt{Site{}, tail};
     char name[sizeof site.name];
     std::memcpy(name, site.name, sizeof name);
     name[sizeof name - 1] = '\0';
-    SiteInit(&rebuilt, site.longitude, site.latitude, site.height, site.nakedEyeLimit,
+    SiteInit(&rebuilt.site, site.longitude, site.latitude, site.height, site.nakedEyeLimit,
              site.zoneHours, name);
-    SiteSetDst(&rebuilt, dstRule);
-    if (std::fseek(stream, RecordOffset(index), SEEK_SET) != 0) return 0;
-    if (!LocationRecordWrite(stream, rebuilt, tail)) return 0;
-    return std::fflush(stream) == 0 ? 1 : 0;
+    SiteSetDst(&rebuilt.site, dstRule);
+    return CountedWrite<LocationRecordLayout>(stream, index, rebuilt);
 }
 
 int LocationDelete(FILE* stream, int index) {
-    int count = 0;
-    if (!ReadCountAtHead(stream, &count) || index < 0 || index >= count) return 0;
-    for (int i = index + 1; i < count; ++i) {
-        Site site;
-        LocationTail tail;
-        if (std::fseek(stream, RecordOffset(i), SEEK_SET) != 0) return 0;
-        if (!LocationRecordRead(stream, site, tail)) return 0;
-        if (std::fseek(stream, RecordOffset(i - 1), SEEK_SET) != 0) return 0;
-        if (!LocationRecordWrite(stream, site, tail)) return 0;
-    }
-    if (!WriteCountAtHead(stream, count - 1)) return 0;
-    return std::fflush(stream) == 0 ? 1 : 0;
+    return CountedDelete<LocationRecordLayout, LocationRecord>(stream, index);
 }
 
 int LocationFind(FILE* stream, Site* siteInOut, LocationTail* tailOut, int* indexOut) {
@@ -111,7 +70,7 @@ int LocationFind(FILE* stream, Site* siteInOut, LocationTail* tailOut, int* inde
     *tailOut = LocationTail{};
     if (siteInOut->name[0] == '\0') return 0;
     int count = 0;
-    if (!ReadCountAtHead(stream, &count)) return 0;
+    if (!CountedReadCount(stream, &count)) return 0;
     while (*indexOut < count) {
         Site stored;
         LocationTail storedTail;
@@ -130,30 +89,13 @@ int LocationFind(FILE* stream, Site* siteInOut, LocationTail* tailOut, int* inde
     return 0;
 }
 
-namespace {
-
-// Copies the count and then each record of one location file into another.
-int CopyLocationFile(const char* from, const char* to) {
-    FilePtr in = OpenFile(from, "rb");
-    if (!in) return 0;
-    FilePtr out = OpenFile(to, "wb");
-    if (!out) return 0;
-    int count = 0;
-    if (!ReadCount16(in.get(), &count) || !WriteCount16(out.get(), count)) return 0;
-    for (int i = 0; i < count; ++i) {
-        Site site;
-        LocationTail tail;
-        if (!LocationRecordRead(in.get(), site, tail)) return 0;
-        if (!LocationRecordWrite(out.get(), site, tail)) return 0;
-    }
-    return std::fclose(out.release()) == 0 ? 1 : 0;
+int LocationBackup() {
+    return CountedCopyFile<LocationRecordLayout, LocationRecord>(kLocationStorePath, kLocationBackupPath);
 }
 
-}  // namespace
-
-int LocationBackup() { return CopyLocationFile(kLocationStorePath, kLocationBackupPath); }
-
-int LocationRestore() { return CopyLocationFile(kLocationBackupPath, kLocationStorePath); }
+int LocationRestore() {
+    return CountedCopyFile<LocationRecordLayout, LocationRecord>(kLocationBackupPath, kLocationStorePath);
+}
 
 Site LocationDefaultSite() {
     constexpr double kDegree = 0.017453292519943295;

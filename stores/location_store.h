@@ -30,8 +30,17 @@ struct LocationRecord {
     LocationTail tail;
 };
 
-inline constexpr size_t kLocationRecordSize = SiteLayout::kSize + LocationTailLayout::kSize;
-static_assert(kLocationRecordSize == 135);
+struct LocationRecordLayout {
+    static constexpr size_t kSize = 135;
+    template <class Io, class R>
+    static constexpr void Fields(Io& io, R& r) {
+        NestedFields<SiteLayout>(io, 0, r.site);
+        NestedFields<LocationTailLayout>(io, SiteLayout::kSize, r.tail);
+    }
+};
+static_assert(LayoutIsPacked<LocationRecordLayout, LocationRecord>());
+
+inline constexpr size_t kLocationRecordSize = LocationRecordLayout::kSize;
 
 inline constexpr const char* kLocationStorePath = "user/loc.bin";
 inline constexpr const char* kLocationBackupPath = "loc.bak";

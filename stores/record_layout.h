@@ -137,3 +137,35 @@ inline int WriteCount16(FILE* stream, int count) {
     le::PutI16(b, static_cast<int16_t>(count));
     return std::fwrite(b, 1, 2, stream) == 2 ? 1 : 0;
 }
+
+// Lays one record inside another: every field of the inner layout lands
+// `base` bytes further on.
+template <class Io>
+struct ShiftedIo {
+    Io& io;
+    size_t base;
+    template <class T>
+    constexpr void U8(size_t off, T& v) { io.U8(base + off, v); }
+    template <class T>
+    constexpr void I16(size_t off, T& v) { io.I16(base + off, v); }
+    template <class T>
+    constexpr void U16(size_t off, T& v) { io.U16(base + off, v); }
+    template <class T>
+    constexpr void I32(size_t off, T& v) { io.I32(base + off, v); }
+    template <class T>
+    constexpr void U32(size_t off, T& v) { io.U32(base + off, v); }
+    template <class T>
+    constexpr void F32(size_t off, T& v) { io.F32(base + off, v); }
+    template <class T>
+    constexpr void F64(size_t off, T& v) { io.F64(base + off, v); }
+    template <class T>
+    constexpr void Text(size_t off, T& v) { io.Text(base + off, v); }
+    template <class T>
+    constexpr void Raw(size_t off, T& v) { io.Raw(base + off, v); }
+};
+
+template <class Layout, class Io, class R>
+constexpr void NestedFields(Io& io, size_t base, R& record) {
+    ShiftedIo<Io> shifted{io, base};
+    Layout::Fields(shifted, record);
+}

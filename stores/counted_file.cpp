@@ -1,0 +1,14 @@
+#include "stores/counted_file.h"
+
+FilePtr CountedOpen(const char* path, int* countOut) {
+    int count = 0;
+    FilePtr f = OpenFile(path, "r+b");
+    if (f && ReadCount16(f.get(), &count)) {
+        if (countOut) *countOut = count;
+        return f;
+    }
+    if (!f) f = OpenFile(path, "w+b");
+    if (!f || !CountedWriteCount(f.get(), 0) || std::fflush(f.get()) != 0) return nullptr;
+    if (countOut) *countOut = 0;
+    return f;
+}
