@@ -1,0 +1,153 @@
+#include <cstring>
+
+#include "astro/prefix_match.h"
+#include "stores/observer_store.h"
+#include "support.h"
+
+namespace {
+
+// An 84-byte observer written by hand at the documented offsets.
+Bytes ObserverBytes(const std::string& name, int32_t age, double pupil, double experience) {
+    Bytes b(84, 0);
+    std::memcpy(b.data(), name.data(), name.size());
+    std::memcpy(&b[64], &age, 4);
+    PokeF64(b, 68, pupil);
+    PokeF64(b, 76, experience);
+    return b;
+}
+
+Bytes ObserverFile(const std::vector<Bytes>& records) {
+    Bytes out(2, 0);
+    PokeI16(out, 0, static_cast<int16_t>(records.size()));
+    for (const Bytes& r : records) out.insert(out.end(), r.begin(), r.end());
+    return out;
+}
+
+class ObserverStoreTest : public ScratchTest {
+protected:
+    void SetUp() override {
+        ScratchTest::SetUp();
+        MakeDirs("user");
+    }
+    FilePtr StoreWith(const std::vector<Bytes>& records) {
+        WriteFileBytes("user/observer.bin", ObserverFile(records));
+        int count = -1;
+        FilePtr f = ObserverStoreOpen(&count);
+        EXPECT_EQ(count, static_cast<int>(records.size()));
+        return f;
+    }
+    static int Find(FILE* f, const char* name, double pupil, double experience, int* index,
+                    ObserverRecord* found = nullptr) {
+        ObserverRecord r;
+        ObserverInit(&r, name, 40, pupil, experience);
+        const int result = ObserverFind(f, &r, index);
+        if (found) *found = r;
+        return result;
+    }
+};
+
+TEST(PrefixMatch, TheStoredNameIsThePrefix) {
+    EXPECT_TRUE(PrefixMatch("Mar", "Mark Twain"));
+    EXPECT_FALSE(PrefixMatch("Mark Twain", "Mar"));
+    EXPECT_TRUE(PrefixMatch("mark", "MARK"));
+    EXPECT_FALSE(PrefixMatch("Ann ", "Ann"));  // trailing blanks count
+    EXPECT_FALSE(PrefixMatch(" Ann", "Ann"));
+    EXPECT_TRUE(PrefixMatch("*x", "anyone"));
+    EXPECT_TRUE(PrefixMatch("*", ""));
+    EXPECT_TRUE(PrefixMatch("", "anyone"));
+}
+
+TEST(ObserverRecordImage, FieldsAtTheirOffsetsAndThePupilFromTheAge) {
+    ObserverRecord r;
+    ObserverInit(&r, "Ann", 40, 6.5, 0.5);
+    const auto image = RecordImage<ObserverRecordLayout>(r);
+    EXPECT_EQ(Bytes(image.begin(), image.end()), ObserverBytes("Ann", 40, 6.5, 0.5));
+    EXPECT_EQ(image[64], 40);
+    EXPECT_EQ(image[75], 0x40);  // 6.5 = 0x401A000000000000
+    EXPECT_EQ(image[74], 0x1A);
+    EXPECT_EQ(image[83], 0x3F);  // 0.5 = 0x3FE0000000000000
+    EXPECT_EQ(image[82], 0xE0);
+
+    EXPECT_NEAR(ComputePupilDiameter(40), 6.46, 0.005);
+    EXPECT_NEAR(ComputePupilDiameter(0), 7.0, 1e-12);
+    ObserverInit(&r, kDefaultObserverName, 40, 0.0, 0.5);
+    EXPECT_STREQ(r.name, "Default Observer");
+    EXPECT_DOUBLE_EQ(r.pupilDiameter, ComputePupilDiameter(40));
+    ObserverInit(&r, std::string(80, 'n').c_str(), 20, -1.0, 0.0);
+    EXPECT_EQ(std::strlen(r.name), 63u);
+    EXPECT_DOUBLE_EQ(r.pupilDiameter, ComputePupilDiameter(20));
+}
+
+TEST_F(ObserverStoreTest, FindTellsOtherEyeDataFromTheSame) {
+    FilePtr f = StoreWith({ObserverBytes("Bob", 30, 7.0, 0.25), ObserverBytes("Ann", 40, 6.5, 0.5)});
+    int index = -1;
+    ObserverRecord found;
+    EXPECT_EQ(Find(f.get(), "Ann", 6.5 + 0.009, 0.5 - 0.009, &index, &found), 1);
+    EXPECT_EQ(index, 1);
+    EXPECT_EQ(found.age, 40);  // the stored record comes back
+    EXPECT_EQ(found.pupilDiameter, 6.5);
+    EXPECT_EQ(Find(f.get(), "ann", 6.5, 0.75, &index), 2);
+    EXPECT_EQ(Find(f.get(), "Ann", 6.4, 0.5, &index), 2);
+    EXPECT_EQ(Find(f.get(), "Carl", 6.5, 0.5, &index), 0);
+    EXPECT_EQ(index, 2);
+    EXPECT_EQ(Find(f.get(), "", 6.5, 0.5, &index), 0);
+    EXPECT_EQ(index, 0);
+}
+
+TEST_F(ObserverStoreTest, AStarOrEmptyStoredNameCatchesEveryone) {
+    FilePtr f = StoreWith({ObserverBytes("*club", 30, 7.0, 0.25), ObserverBytes("Ann", 40, 6.5, 0.5)});
+    int index = -1;
+    // The first record decides, and it has other eye data.
+    EXPECT_EQ(Find(f.get(), "Ann", 6.5, 0.5, &index), 2);
+    EXPECT_EQ(index, 0);
+    f = StoreWith({ObserverBytes("", 30, 7.0, 0.25)});
+    EXPECT_EQ(Find(f.get(), "Zed", 7.0, 0.25, &index), 1);
+    // A short stored name catches a long log name, not the reverse.
+    f = StoreWith({ObserverBytes("Jo", 30, 7.0, 0.25)});
+    EXPECT_EQ(Find(f.get(), "Joanna Smith", 7.0, 0.25, &index), 1);
+    f = StoreWith({ObserverBytes("Joanna Smith", 30, 7.0, 0.25)});
+    EXPECT_EQ(Find(f.get(), "Jo", 7.0, 0.25, &index), 0);
+}
+
+TEST_F(ObserverStoreTest, RecordsAreAddedWrittenAndDeletedInPlace) {
+    const Bytes a = ObserverBytes("A", 1, 1, 0), b = ObserverBytes("B", 2, 2, 0.25),
+                c = ObserverBytes("C", 3, 3, 0.5);
+    {
+        int count = -1;
+        FilePtr f = ObserverStoreOpen(&count);
+        ASSERT_EQ(count, 0);
+        ObserverRecord r;
+        EXPECT_EQ(ObserverRead(f.get(), 0, &r), 0);  // a fresh file has no first observer
+        for (const Bytes* x : {&a, &b, &c}) {
+            DecodeRecord<ObserverRecordLayout>(x->data(), r);
+            ASSERT_EQ(ObserverAdd(f.get(), r), 1);
+        }
+        DecodeRecord<ObserverRecordLayout>(a.data(), r);
+        r.age = 99;
+        ASSERT_EQ(ObserverWrite(f.get(), 2, r), 1);
+        EXPECT_EQ(ObserverWrite(f.get(), 3, r), 0);
+        ASSERT_EQ(ObserverDelete(f.get(), 0), 1);
+    }
+    const Bytes changed = ObserverBytes("A", 99, 1, 0);
+    Bytes expected = ObserverFile({b, changed, changed});
+    PokeI16(expected, 0, 2);
+    EXPECT_EQ(ReadFileBytes("user/observer.bin"), expected);
+
+    int count = 0;
+    FilePtr f = ObserverStoreOpen(&count);
+    char name[64];
+    ASSERT_EQ(ObserverReadNextName(f.get(), name), 1);
+    EXPECT_STREQ(name, "B");
+}
+
+TEST_F(ObserverStoreTest, BackupLiesUnderUser) {
+    const Bytes a = ObserverBytes("A", 1, 1, 0);
+    WriteFileBytes("user/observer.bin", ObserverFile({a}));
+    ASSERT_EQ(ObserverBackup(), 1);
+    EXPECT_EQ(ReadFileBytes("user/observer.bak"), ObserverFile({a}));
+    WriteFileBytes("user/observer.bin", ObserverFile({}));
+    ASSERT_EQ(ObserverRestore(), 1);
+    EXPECT_EQ(ReadFileBytes("user/observer.bin"), ObserverFile({a}));
+}
+
+}  // namespace
