@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "stores/record_layout.h"
+#include "legacy/legacy_file.h"
 
 namespace {
 
@@ -25,13 +25,7 @@ long RowOffset(int row) { return 2L + static_cast<long>(kLegacyListRowSize) * ro
 }  // namespace
 
 FilePtr OpenLegacyListIndex(const std::string& legacyRoot, int* countOut) {
-    const std::string path = legacyRoot + "/obs.idx";
-    FilePtr f = OpenFile(path.c_str(), "rb");
-    if (!f) return nullptr;
-    int count = 0;
-    if (!ReadCount16(f.get(), &count)) return nullptr;
-    if (countOut) *countOut = count;
-    return f;
+    return OpenLegacyCountedFile(legacyRoot, "obs.idx", countOut);
 }
 
 int RewindLegacyListIndex(FILE* stream) { return std::fseek(stream, 2L, SEEK_SET) == 0 ? 1 : 0; }

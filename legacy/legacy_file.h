@@ -1,0 +1,18 @@
+// Version 1.x files that begin with an i16 count.
+#pragma once
+
+#include <string>
+
+#include "shell/file_utils.h"
+#include "stores/record_layout.h"
+
+// Opens <legacyRoot>/<name> read-only and reads its count; null when either
+// fails. The stream is left on the first byte behind the count.
+inline FilePtr OpenLegacyCountedFile(const std::string& legacyRoot, const char* name, int* countOut) {
+    const std::string path = legacyRoot + "/" + name;
+    FilePtr f = OpenFile(path.c_str(), "rb");
+    int count = 0;
+    if (!f || !ReadCount16(f.get(), &count)) return nullptr;
+    if (countOut) *countOut = count;
+    return f;
+}
