@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "legacy/import_instruments.h"
 #include "legacy/import_locations.h"
 #include "shell/data_roots.h"
 #include "shell/import_log.h"
@@ -19,23 +20,28 @@ constexpr int kExitJobFailed = 1;
 constexpr int kExitUsage = 2;
 
 const char kUsage[] =
-    "Usage: ferry2-cli [--legacy DIR] list locations\n"
-    "       ferry2-cli [--legacy DIR] import locations [--rows N[,N...]]\n"
+    "Usage: ferry2-cli [--legacy DIR] list locations|instruments\n"
+    "       ferry2-cli [--legacy DIR] import locations|instruments [--rows N[,N...]]\n"
     "       ferry2-cli --help\n"
     "\n"
-    "Moves observing locations from a Vesperal 1.x folder into the Vesperal 2\n"
-    "data folder. Run it in the Vesperal 2 data folder: it resolves the data\n"
+    "Moves observing locations and instruments from a Vesperal 1.x folder into\n"
+    "the Vesperal 2 data folder. Run it in the Vesperal 2 data folder: it resolves the data\n"
     "folders from vesperal.ini there, as the window program does.\n"
     "\n"
     "  --legacy DIR   the Vesperal 1.x folder; without it, the folder last\n"
     "                 accepted (ferry2.ini). The folder must hold charts.bin;\n"
     "                 once accepted it is written to ferry2.ini.\n"
-    "  list locations\n"
-    "                 prints the rows of the Locations page, numbered from 1 in\n"
-    "                 file order: row number, default tick, name.\n"
+    "  list locations|instruments\n"
+    "                 prints the rows of the Locations or Instruments page,\n"
+    "                 numbered from 1 in file order: row number, default tick,\n"
+    "                 the page's columns.\n"
     "  import locations\n"
-    "                 copies the ticked locations to user/loc.bin; all rows are\n"
-    "                 ticked unless --rows names the only rows to tick.\n"
+    "                 copies the ticked locations to user/loc.bin.\n"
+    "  import instruments\n"
+    "                 adds the ticked instruments to user/instr.bin, which must\n"
+    "                 exist, keeping the eyepieces that user/eyep.bin knows.\n"
+    "                 All rows are ticked unless --rows names the only rows to\n"
+    "                 tick.\n"
     "  --rows N,...   row numbers as 'list' prints them.\n"
     "\n"
     "Details go to ferry2.log. The job's final message is printed: its title\n"
@@ -97,7 +103,7 @@ bool ParseArgs(int argc, char** argv, Options& o) {
     o.verb = words[0];
     o.subject = words[1];
     if (o.verb != "list" && o.verb != "import") return false;
-    if (o.subject != "locations") return false;
+    if (o.subject != "locations" && o.subject != "instruments") return false;
     return !(o.haveRows && o.verb != "import");
 }
 
@@ -152,8 +158,9 @@ int main(int argc, char** argv) {
     FilePtr log = OpenImportLog();
     host.log = log.get();
 
+    const bool instruments = o.subject == "instruments";
     PageContent page;
-    FillLocationsPage(host.legacyRoot, page);
+    FillPage(instruments ? kInstrumentsPage : kLocationsPage, host.legacyRoot, host.log, page);
     if (o.verb == "list") {
         PrintPage(page);
         return kExitDone;
@@ -164,5 +171,6 @@ int main(int argc, char** argv) {
         return kExitUsage;
     }
     host.ticks = [&page] { return page.Ticks(); };
-    return ImportLocations(host) == 1 ? kExitDone : kExitJobFailed;
+    const int succeeded = instruments ? ImportInstruments(host) : ImportLocations(host);
+    return succeeded == 1 ? kExitDone : kExitJobFailed;
 }

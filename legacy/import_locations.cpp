@@ -2,34 +2,16 @@
 
 #include <cstdio>
 
+#include "legacy/import_result.h"
 #include "legacy/legacy_locations.h"
 #include "stores/location_store.h"
 
 namespace {
 
-struct Counters {
-    int imported = 0;
-    int counted = 0;
-    int skipped = 0;
-};
-
-void ShowResult(const JobHost& host, int succeeded, const Counters& c) {
-    char text[256];
-    if (succeeded)
-        std::snprintf(text, sizeof text, "Imported %d of %d, %d skipped", c.imported, c.counted,
-                      c.skipped);
-    else
-        std::snprintf(text, sizeof text,
-                      "An error occurred during import. See the ferry2.log file for details.\r\n"
-                      "Imported %d of %d, %d skipped",
-                      c.imported, c.counted, c.skipped);
-    ShowJobMessage(host, text, kFerryMessageTitle);
-}
-
 // Runs over every record below the count, ticked or not, so that the stream
 // stays in step. 1 when the loop reached the count.
 int CopyTickedLocations(const JobHost& host, FILE* legacy, int count, FILE* store,
-                        const TickArray& ticks, Counters& c) {
+                        const TickArray& ticks, ImportCounters& c) {
     for (int i = 0; i < count; ++i) {
         Site site;
         LocationTail tail;
@@ -68,7 +50,7 @@ int ImportLocations(const JobHost& host) {
     FilePtr legacy = OpenLegacyLocations(host.legacyRoot, &count);
     if (!legacy) return 0;
 
-    Counters c;
+    ImportCounters c;
     int succeeded = 0;
     int storeCount = 0;
     FilePtr store = LocationStoreOpen(&storeCount);
@@ -79,6 +61,6 @@ int ImportLocations(const JobHost& host) {
         else
             succeeded = CopyTickedLocations(host, legacy.get(), count, store.get(), ticks, c);
     }
-    ShowResult(host, succeeded, c);
+    ShowImportResult(host, succeeded, c);
     return succeeded;
 }

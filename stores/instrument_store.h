@@ -18,6 +18,9 @@ int InstrumentStoreCreate();
 // file is missing.
 FilePtr InstrumentStoreOpen(int* countOut);
 
+// The count in the header of an open store.
+int InstrumentCount(FILE* stream, int* countOut);
+
 int InstrumentRead(FILE* stream, int index, InstrumentRecord* recordOut);
 int InstrumentWrite(FILE* stream, const InstrumentRecord& record, int index);
 

@@ -1,6 +1,7 @@
 // Writes a small sample to try the program on: a version 1.x folder with
-// observing locations, instruments and observing lists, and a Vesperal 2 data folder whose user store already
-// holds two of them. The output is the same on every run.
+// observing locations, instruments and observing lists, and a Vesperal 2
+// data folder whose user stores already hold some of them, with the seed
+// eyepiece pool and telescope table. The output is the same on every run.
 //
 //   make-sample OUTDIR   ->  OUTDIR/legacy/, OUTDIR/vesperal2/
 #include <cstdio>
@@ -12,7 +13,11 @@
 #include "legacy/legacy_instruments.h"
 #include "legacy/legacy_lists.h"
 #include "shell/file_utils.h"
+#include "stores/id_file.h"
+#include "stores/instrument_makers.h"
+#include "stores/instrument_store.h"
 #include "stores/location_store.h"
+#include "stores/scope_table.h"
 
 namespace {
 
@@ -57,19 +62,67 @@ const std::vector<SampleSite> kStoreSites = {
     {"Kitt Peak National Observatory", 111.5967, 31.9583, 2096.0, 6.8, -7.0, 3, 0, kNoSummerTime},
 };
 
+// An eyepiece as a version 1.x instrument holds it: name, focal length in
+// mm, apparent field in degrees.
+struct SampleEyepiece {
+    const char* name;
+    double focalLength;
+    double fieldDegrees;
+};
+
+struct SampleSystem {
+    const char* name;
+    double aperture, focalLength, magnification;
+    std::vector<SampleEyepiece> eyepieces;
+    uint8_t currentEyepiece;
+};
+
 struct SampleInstrument {
     const char* name;
     uint8_t kind;  // 0 telescope, nonzero binoculars (3 as some old files have it)
-    double aperture, focalLength;
-    const char* systemName;
+    uint8_t defaultEyepiece;  // 255: none chosen
+    std::vector<SampleSystem> systems;  // main, then the finder if any
 };
 
+// Eyepieces that the pool knows by name in another case or with trailing
+// blanks, one it knows by its optics under another name, and some it does
+// not know at all.
 const std::vector<SampleInstrument> kLegacyInstruments = {
-    {"Dobsonian 10in", 0, 254.0, 1200.0, "Main"},
-    {"Refractor 80mm ED", 0, 80.0, 600.0, "Main"},
-    {"Binoculars 10x50", 1, 50.0, 200.0, "Binoculars"},
-    {"Giant Binoculars 25x100", 3, 100.0, 400.0, "Binoculars"},
-    {"SCT 8in", 0, 203.2, 2032.0, "Main"},
+    {"Dobsonian 10in", 0, 1,
+     {{"Main", 254.0, 1200.0, 48.0,
+       {{"Plossl 25mm", 25.0, 52.0},
+        {"PLOSSL 10MM   ", 10.0, 52.0},
+        {"Widefield 20mm", 20.0, 68.0},
+        {"Old Huygens 12mm", 12.0, 35.0}},
+       3},
+      {"Finder", 50.0, 200.0, 8.0, {}, 0}}},
+    {"Refractor 80mm ED", 0, 255,
+     {{"Main", 80.0, 600.0, 18.75, {{"plossl 32mm", 32.0, 52.0}, {"Ultra Wide 8mm ", 8.0, 82.0}}, 0}}},
+    {"Binoculars 10x50", 1, 255, {{"Binoculars", 50.0, 200.0, 10.0, {}, 0}}},
+    {"Giant Binoculars 25x100", 3, 255, {{"Binoculars", 100.0, 400.0, 25.0, {}, 0}}},
+    {"SCT 8in", 0, 254, {{"Main", 203.2, 2032.0, 81.28, {{"Plossl 25mm", 25.0, 52.0}}, 0}}},
+    {"Travel Scope 70mm", 0, 255, {{"Main", 70.0, 400.0, 0.0, {}, 0}}},
+};
+
+// The seed pool of the Vesperal 2 folder: nextId is past the count, as one
+// eyepiece (id 4) was deleted and its id is not given again.
+const std::vector<SampleEyepiece> kPoolEyepieces = {
+    {"Plossl 32mm", 32.0, 52.0},     {"Plossl 25mm", 25.0, 52.0},
+    {"Plossl 10mm", 10.0, 52.0},     {"Wide Field 20mm", 20.0, 68.0},
+    {"Ultra Wide 13mm", 13.0, 82.0}, {"Ultra Wide 8mm", 8.0, 82.0},
+    {"Orthoscopic 6mm", 6.0, 45.0},  {"Kellner 25mm", 25.0, 40.0},
+    {"Erfle 32mm", 32.0, 65.0},
+};
+
+// Generic telescope models for the new-telescope dialog.
+const std::vector<ScopeRow> kScopeModels = {
+    {1, 1, 80.0, 600.0, 1, 0, "Refractor 80mm f/7.5"},
+    {1, 1, 102.0, 714.0, 1, 0, "Refractor 102mm f/7"},
+    {2, 0, 203.2, 1219.2, 0, 1, "Dobsonian 8in f/6"},
+    {2, 0, 304.8, 1524.0, 0, 1, "Dobsonian 12in f/5"},
+    {2, 1, 130.0, 650.0, 0, 1, "Newtonian 130mm f/5 EQ"},
+    {3, 1, 203.2, 2032.0, 1, 0, "Schmidt-Cassegrain 8in f/10"},
+    {3, 1, 127.0, 1500.0, 1, 0, "Maksutov 127mm f/11.8"},
 };
 
 // An observing list of the index: its name, object count and the class of
@@ -109,6 +162,43 @@ bool WriteLocations(const std::string& path, const std::vector<SampleSite>& site
     return std::fclose(f.release()) == 0;
 }
 
+LegacySystem MakeLegacySystem(const SampleSystem& s) {
+    LegacySystem sys;
+    sys.aperture = s.aperture;
+    sys.focalLength = s.focalLength;
+    sys.focalRatio = s.focalLength / s.aperture;
+    sys.imageFlipA = 1;
+    sys.imageFlipB = 1;
+    std::strncpy(sys.systemName, s.name, sizeof sys.systemName - 1);
+    sys.eyepieceCount = static_cast<uint8_t>(s.eyepieces.size());
+    for (size_t j = 0; j < s.eyepieces.size() && j < kLegacyMaxEyepieces; ++j) {
+        const SampleEyepiece& e = s.eyepieces[j];
+        EyepieceSlot& slot = sys.eyepieces[j];
+        slot.focalLength = e.focalLength;
+        slot.apparentField = e.fieldDegrees * kDegree;
+        slot.barlowFactor = 1.0;
+        std::strncpy(slot.name, e.name, sizeof slot.name - 1);
+    }
+    // Version 1.x kept the derived values it had computed; work them out
+    // the same way here.
+    OpticalSystem derived;
+    derived.opticsType = 1;
+    derived.aperture = s.aperture;
+    derived.focalLength = s.focalLength;
+    OpticalSystemCompute(&derived);
+    sys.limitingMagnitude = derived.limitingMagnitude;
+    sys.highestPower = derived.highestPower;
+    sys.dawesLimit = derived.dawesLimit;
+    sys.currentEyepiece = s.currentEyepiece;
+    sys.magnification = s.magnification;
+    if (!s.eyepieces.empty() && s.currentEyepiece < s.eyepieces.size()) {
+        const SampleEyepiece& e = s.eyepieces[s.currentEyepiece];
+        sys.magnification = s.focalLength / e.focalLength;
+        sys.trueField = e.fieldDegrees * kDegree / sys.magnification;
+    }
+    return sys;
+}
+
 bool WriteInstruments(const std::string& path) {
     FilePtr f = OpenFile(path.c_str(), "wb");
     if (!f) return false;
@@ -120,17 +210,63 @@ bool WriteInstruments(const std::string& path) {
     for (const SampleInstrument& s : kLegacyInstruments) {
         LegacyInstrument r;
         r.id = id++;
-        r.systemCount = 1;
+        r.systemCount = static_cast<uint8_t>(s.systems.size());
         r.kind = s.kind;
-        r.defaultEyepiece = 255;
-        uint8_t* sys = r.systems[0];
-        le::PutF64(sys + 0, s.aperture);
-        le::PutF64(sys + 8, s.focalLength);
-        le::PutF64(sys + 16, s.focalLength / s.aperture);
-        std::strncpy(reinterpret_cast<char*>(sys + 26), s.systemName, 31);
+        r.defaultEyepiece = s.defaultEyepiece;
+        if (s.systems.size() > 1) {
+            r.finderFlag = 1;
+            for (int i = 0; i < 3; ++i) r.finderCircles[i] = kFinderCircles[i];
+        }
+        for (size_t i = 0; i < s.systems.size() && i < 2; ++i)
+            r.systems[i] = MakeLegacySystem(s.systems[i]);
         std::strncpy(r.name, s.name, sizeof r.name - 1);
         if (!WriteRecord<LegacyInstrumentLayout>(f.get(), r)) return false;
     }
+    return std::fclose(f.release()) == 0;
+}
+
+bool WriteEyepiecePool(const std::string& path) {
+    FilePtr f = OpenFile(path.c_str(), "wb");
+    const int count = static_cast<int>(kPoolEyepieces.size());
+    if (!f || !WriteIdHeader(f.get(), IdHeader{count + 1, count})) return false;
+    uint16_t id = 1;
+    for (const SampleEyepiece& e : kPoolEyepieces) {
+        if (id == 4) ++id;  // the deleted one
+        EyepieceRecord r;
+        std::strncpy(r.name, e.name, sizeof r.name - 1);
+        r.focalLength = static_cast<float>(e.focalLength);
+        r.apparentField = static_cast<float>(e.fieldDegrees);
+        r.id = id++;
+        if (!WriteRecord<EyepieceRecordLayout>(f.get(), r)) return false;
+    }
+    return std::fclose(f.release()) == 0;
+}
+
+bool WriteScopeTable(const std::string& path) {
+    FilePtr f = OpenFile(path.c_str(), "wb");
+    uint8_t head[4];
+    le::PutU32(head, static_cast<uint32_t>(kScopeModels.size()));
+    if (!f || std::fwrite(head, 1, 4, f.get()) != 4) return false;
+    for (const ScopeRow& row : kScopeModels)
+        if (!WriteRecord<ScopeRowLayout>(f.get(), row)) return false;
+    return std::fclose(f.release()) == 0;
+}
+
+// The user's instruments: the naked eye and an 8-inch SCT, which the
+// version 1.x folder also has.
+bool WriteInstrumentStore(const std::string& path) {
+    InstrumentRecord eye;
+    NakedEyeInit(&eye);
+    InstrumentRecord sct;
+    NewTelescopeInit(&sct, "SCT 8in");
+    OpticalSystemInit(&sct.mainSystem, "Main Scope", 3, 8.0, 80.0, 0.0, 1, 0, 0.25);
+    OpticalSystemCompute(&sct.mainSystem);
+    OpticalSystemCompute(&sct.finderSystem);
+
+    FilePtr f = OpenFile(path.c_str(), "w+b");
+    if (!f || !WriteIdHeader(f.get(), IdHeader{0, 0})) return false;
+    for (InstrumentRecord* r : {&eye, &sct})
+        if (!InstrumentAdd(f.get(), r)) return false;
     return std::fclose(f.release()) == 0;
 }
 
@@ -197,7 +333,9 @@ bool MakeDataFolder(const std::string& dir) {
         ini += "\r\n";  // the installer writes Windows line ends
     }
     return WriteBytes(dir + "/vesperal.ini", ini, "wb") &&
-           WriteLocations(dir + "/user/loc.bin", kStoreSites);
+           WriteLocations(dir + "/user/loc.bin", kStoreSites) &&
+           WriteEyepiecePool(dir + "/eyep.bin") && WriteScopeTable(dir + "/scopes.bin") &&
+           WriteInstrumentStore(dir + "/user/instr.bin");
 }
 
 }  // namespace

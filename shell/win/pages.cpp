@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "data/resource.h"
+#include "legacy/import_instruments.h"
 #include "legacy/import_locations.h"
 #include "shell/page_content.h"
 #include "shell/win/app.h"
@@ -48,6 +49,7 @@ void RunPageJob(HWND page) {
     const JobHost host = PageHost(page);
     switch (App().currentPage) {
         case kLocationsPage: ImportLocations(host); break;
+        case kInstrumentsPage: ImportInstruments(host); break;
         default: break;
     }
 }

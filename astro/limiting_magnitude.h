@@ -1,0 +1,28 @@
+// The faintest star an observer can see through an optical system, after
+// Schaefer's model of the eye's threshold against sky brightness, and the
+// names the dialogs give to the observer's experience and to the optics'
+// cleanness.
+#pragma once
+
+#include "stores/instrument_records.h"
+#include "stores/observer_store.h"
+
+// `observer` may be null: a 6 mm pupil and an experience of 0.85 are taken.
+// `zenithAngle` in radians; `seeing` is the star's blur in arc seconds. A
+// system of a kind the model does not know (the eye, 0) gets the naked-eye
+// limit as it stands.
+double LimitingMagnitude(const OpticalSystem& optics, const ObserverRecord* observer,
+                         double nakedEyeLimit, double colorIndex, double zenithAngle,
+                         double seeing);
+
+inline constexpr int kExperienceNameCount = 5;
+
+// "Novice" to "Expert" for indices 0 to 4 (experience = index * 0.25); null
+// outside.
+const char* ExperienceName(int index);
+
+// The experience's index in the names above: round(4 * experience).
+int ExperienceIndex(double experience);
+
+// "very clean" to "filthy" by the optics' condition value.
+const char* ConditionName(double condition);

@@ -1,0 +1,16 @@
+#include "legacy/import_result.h"
+
+#include <cstdio>
+
+void ShowImportResult(const JobHost& host, int succeeded, const ImportCounters& c) {
+    char text[256];
+    if (succeeded)
+        std::snprintf(text, sizeof text, "Imported %d of %d, %d skipped", c.imported, c.counted,
+                      c.skipped);
+    else
+        std::snprintf(text, sizeof text,
+                      "An error occurred during import. See the ferry2.log file for details.\r\n"
+                      "Imported %d of %d, %d skipped",
+                      c.imported, c.counted, c.skipped);
+    ShowJobMessage(host, text, kFerryMessageTitle);
+}
