@@ -30,7 +30,7 @@ cd "$work/vesperal2"
 
 run --help
 check "help exits 0" test "$rc" -eq 0
-check "help shows usage" grep -q "ferry2-cli \[--legacy DIR\] import locations" <<<"$out"
+check "help shows usage" grep -q "ferry2-cli \[--legacy DIR\] import locations|instruments" <<<"$out"
 
 run import
 check "missing subject is a usage error" test "$rc" -eq 2
@@ -90,6 +90,30 @@ run import locations
 check "job error exits 1" test "$rc" -eq 1
 check "error form" test "$out" = $'Ferry 2 Message\nAn error occurred during import. See the ferry2.log file for details.\nImported 0 of 3, 3 skipped'
 check "read error logged" test "$(tail -n 1 ferry2.log)" = "Location: error reading V1.x location database"
+
+# Instruments: the page's rows, then the import against the seeded pool.
+u16() { od -An -tu2 -j "$2" -N2 "$1" | tr -d ' '; }
+run list instruments
+check "instrument list" test "$out" = "$(printf 'Row\tTick\tInstrument\tType\n1\t1\tDobsonian 10in\tTelescope\n2\t1\tRefractor 80mm ED\tTelescope\n3\t1\tBinoculars 10x50\tBinoculars\n4\t1\tGiant Binoculars 25x100\tBinoculars\n5\t1\tSCT 8in\tTelescope\n6\t1\tTravel Scope 70mm\tTelescope')"
+: >ferry2.log
+run import instruments --rows 1,2,3,4,5
+check "instrument import exits 0" test "$rc" -eq 0
+check "instrument message" test "$out" = $'Ferry 2 Message\nImported 4 of 5, 1 skipped'
+check "instrument log lines" test "$(cat ferry2.log)" = "Instrument: Warning, Old Huygens 12mm eyepiece not found in pool (skipped)
+Instrument: Warning SCT 8in already exists (not added)"
+check "pool seeded" cmp -s eyep.bin user/eyep.bin
+check "store holds six" test "$(u16 user/instr.bin 2)" -eq 6
+dob=$((4 + 8750 * 2))
+check "new ids follow the store's" test "$(u16 user/instr.bin $dob)" -eq 3
+check "three eyepieces kept" test "$(od -An -tu1 -j $((dob + 31 + 100)) -N1 user/instr.bin | tr -d ' ')" -eq 3
+check "pool ids by name, by name in other case, by optics" \
+    test "$(for j in 0 1 2; do u16 user/instr.bin $((dob + 31 + 101 + 60 * j + 26)); done | tr '\n' ' ')" = "2 3 5 "
+check "kind 3 comes in as binoculars" test "$(od -An -tu1 -j $((4 + 8750 * 5 + 4)) -N1 user/instr.bin | tr -d ' ')" -eq 1
+rm user/instr.bin
+run import instruments --rows 6
+check "missing store exits 1" test "$rc" -eq 1
+check "missing store error form" test "$out" = $'Ferry 2 Message\nAn error occurred during import. See the ferry2.log file for details.\nImported 0 of 0, 0 skipped'
+check "missing store not made" test ! -e user/instr.bin
 
 echo "cli: $passes passed, $failures failed"
 test "$failures" -eq 0

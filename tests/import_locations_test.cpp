@@ -2,49 +2,19 @@
 #include <vector>
 
 #include "legacy/import_locations.h"
-#include "shell/import_log.h"
-#include "support.h"
+#include "job_support.h"
 
 namespace {
 
-constexpr char kErrorForm[] =
-    "An error occurred during import. See the ferry2.log file for details.\r\n";
-
-class ImportLocationsTest : public ScratchTest {
+class ImportLocationsTest : public JobTest {
 protected:
     void SetUp() override {
-        ScratchTest::SetUp();
+        JobTest::SetUp();
         MakeDirs("user");
         MakeDirs("legacy");
     }
-
-    // Runs the job with the given ticks (null for no tick array) and the log
-    // open as the program has it; returns the job's result.
-    int Run(const std::vector<uint8_t>* ticks) {
-        std::vector<uint8_t> copy = ticks ? *ticks : std::vector<uint8_t>();
-        messages_.clear();
-        FilePtr log = OpenImportLog();
-        JobHost host;
-        host.log = log.get();
-        host.legacyRoot = "legacy";
-        host.showMessage = [this](const char* text, const char* title) {
-            messages_.push_back(title + std::string("|") + text);
-        };
-        if (ticks) host.ticks = [&copy] { return TickArray{copy.data(), copy.size()}; };
-        return ImportLocations(host);
-    }
+    int Run(const std::vector<uint8_t>* ticks) { return RunJob(ImportLocations, ticks); }
     int RunTicked(std::vector<uint8_t> ticks) { return Run(&ticks); }
-
-    std::string OnlyMessage() {
-        EXPECT_EQ(messages_.size(), 1u);
-        return messages_.empty() ? std::string() : messages_[0];
-    }
-    static std::string Plain(const char* counts) { return std::string("Ferry 2 Message|") + counts; }
-    static std::string Error(const char* counts) {
-        return std::string("Ferry 2 Message|") + kErrorForm + counts;
-    }
-
-    std::vector<std::string> messages_;
 };
 
 TEST_F(ImportLocationsTest, TickedRecordsLandUnchangedAtTheEndOfTheStore) {

@@ -84,3 +84,18 @@ Bytes LocationFileBytes(const std::vector<Bytes>& records, int16_t count) {
 Bytes LocationFileBytes(const std::vector<Bytes>& records) {
     return LocationFileBytes(records, static_cast<int16_t>(records.size()));
 }
+
+Bytes PoolBytes(uint16_t nextId, const std::vector<PoolRow>& rows) {
+    Bytes b = {static_cast<uint8_t>(nextId), static_cast<uint8_t>(nextId >> 8),
+               static_cast<uint8_t>(rows.size()), static_cast<uint8_t>(rows.size() >> 8)};
+    for (const PoolRow& row : rows) {
+        const size_t at = b.size();
+        b.resize(at + 43, 0);
+        std::memcpy(&b[at], row.name, std::strlen(row.name));
+        PokeF32(b, at + 33, row.focalLength);
+        PokeF32(b, at + 37, row.fieldDegrees);
+        b[at + 41] = static_cast<uint8_t>(row.id);
+        b[at + 42] = static_cast<uint8_t>(row.id >> 8);
+    }
+    return b;
+}

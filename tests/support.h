@@ -42,3 +42,13 @@ Bytes LocationBytes(const std::string& name, double longitude, double latitude,
 // An i16 count and the records, as the legacy file and the store keep them.
 Bytes LocationFileBytes(const std::vector<Bytes>& records, int16_t count);
 Bytes LocationFileBytes(const std::vector<Bytes>& records);
+
+// An eyepiece pool image: u16 nextId, u16 count, 43-byte records of
+// name[33], f32 focal length, f32 apparent field in degrees, u16 id.
+struct PoolRow {
+    const char* name;
+    float focalLength;
+    float fieldDegrees;
+    uint16_t id;
+};
+Bytes PoolBytes(uint16_t nextId, const std::vector<PoolRow>& rows);
