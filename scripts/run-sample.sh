@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Builds ferry2-cli, writes the sample folders into sample/ (made afresh each
-# time) and runs the location import there: the Locations page's rows, the
-# job's final message, and the lines it wrote to ferry2.log.
+# time) and runs the location and instrument imports there: each page's rows,
+# each job's final message, and the lines they wrote to ferry2.log.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 top=$PWD
@@ -21,6 +21,12 @@ echo
 echo "\$ ferry2-cli import locations"
 status=0
 "$top/build-sample/ferry2-cli" import locations || status=$?
+echo
+echo "\$ ferry2-cli list instruments"
+"$top/build-sample/ferry2-cli" list instruments
+echo
+echo "\$ ferry2-cli import instruments"
+"$top/build-sample/ferry2-cli" import instruments || status=$?
 echo
 echo "ferry2.log:"
 cat ferry2.log
