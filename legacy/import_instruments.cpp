@@ -177,19 +177,10 @@ int ImportInstruments(const JobHost& host) {
     FilePtr legacy = OpenLegacyInstruments(host.legacyRoot, &count);
     if (!legacy) return 0;
 
-    ImportCounters c;
-    int succeeded = 0;
-    int storeCount = 0;
     // The store is not made here: a version 2 folder without one gets the
     // error message.
+    int storeCount = 0;
     FilePtr store = InstrumentStoreOpen(&storeCount);
-    if (store) {
-        const TickArray ticks = JobTicks(host);
-        if (!ticks.data)
-            LogPrintf(host.log, "Instrument: Internal error\n");
-        else
-            succeeded = CopyTickedInstruments(host, legacy.get(), count, store.get(), ticks, c);
-    }
-    ShowImportResult(host, succeeded, c);
-    return succeeded;
+    return RunTickedImport(host, legacy.get(), count, store.get(), "Instrument: Internal error\n",
+                           CopyTickedInstruments);
 }

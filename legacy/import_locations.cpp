@@ -50,17 +50,8 @@ int ImportLocations(const JobHost& host) {
     FilePtr legacy = OpenLegacyLocations(host.legacyRoot, &count);
     if (!legacy) return 0;
 
-    ImportCounters c;
-    int succeeded = 0;
     int storeCount = 0;
     FilePtr store = LocationStoreOpen(&storeCount);
-    if (store) {
-        const TickArray ticks = JobTicks(host);
-        if (!ticks.data)
-            LogPrintf(host.log, "Location: Internal error\n");
-        else
-            succeeded = CopyTickedLocations(host, legacy.get(), count, store.get(), ticks, c);
-    }
-    ShowImportResult(host, succeeded, c);
-    return succeeded;
+    return RunTickedImport(host, legacy.get(), count, store.get(), "Location: Internal error\n",
+                           CopyTickedLocations);
 }

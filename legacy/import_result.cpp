@@ -14,3 +14,18 @@ void ShowImportResult(const JobHost& host, int succeeded, const ImportCounters& 
                       c.imported, c.counted, c.skipped);
     ShowJobMessage(host, text, kFerryMessageTitle);
 }
+
+int RunTickedImport(const JobHost& host, FILE* legacy, int count, FILE* store,
+                    const char* internalErrorLine, CopyTickedRecords copy) {
+    ImportCounters c;
+    int succeeded = 0;
+    if (store) {
+        const TickArray ticks = JobTicks(host);
+        if (!ticks.data)
+            LogPrintf(host.log, "%s", internalErrorLine);
+        else
+            succeeded = copy(host, legacy, count, store, ticks, c);
+    }
+    ShowImportResult(host, succeeded, c);
+    return succeeded;
+}

@@ -1,5 +1,8 @@
-// What every import job counts and the message it ends with.
+// What every import job counts, the common frame of a job that copies ticked
+// records into a store, and the message it ends with.
 #pragma once
+
+#include <cstdio>
 
 #include "shell/job_host.h"
 
@@ -12,3 +15,14 @@ struct ImportCounters {
 // "Imported %d of %d, %d skipped", with the error preface when the job did
 // not succeed, under the program's message title.
 void ShowImportResult(const JobHost& host, int succeeded, const ImportCounters& c);
+
+// Copies the ticked records of an open legacy file into an open store; 1
+// when the job ran to the end.
+using CopyTickedRecords = int (*)(const JobHost& host, FILE* legacy, int count, FILE* store,
+                                  const TickArray& ticks, ImportCounters& c);
+
+// With the legacy file open: a store that did not open, or a page without a
+// tick array (logged as `internalErrorLine`), ends with the error form and
+// zeros; otherwise `copy` runs. Shows the result and returns `succeeded`.
+int RunTickedImport(const JobHost& host, FILE* legacy, int count, FILE* store,
+                    const char* internalErrorLine, CopyTickedRecords copy);

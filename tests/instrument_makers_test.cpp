@@ -208,51 +208,41 @@ TEST(DerivedOptics, EyepieceApplyAndItsReverse) {
     EXPECT_DOUBLE_EQ(s.eyepieces[0].apparentField, 25.0 * kDeg);
 }
 
-TEST(LimitingMagnitudeModel, HandWorkedCasesOfEachBranch) {
+OpticalSystem Optics(uint8_t kind, double aperture, double magnification, double condition) {
     OpticalSystem s;
-    s.opticsType = 1;
-    s.aperture = 80.0;
-    s.magnification = 20.0;  // exit pupil 4 mm, inside the 6 mm eye
-    EXPECT_NEAR(LimitingMagnitude(s, nullptr, 6.0, 0.0, 0.0, 1.0), 12.367793630228004, 1e-9);
-    s.magnification = 8.0;  // exit pupil 10 mm: light lost outside the eye
-    EXPECT_NEAR(LimitingMagnitude(s, nullptr, 6.0, 0.0, 0.0, 1.0), 11.297044462013158, 1e-9);
+    s.opticsType = kind;
+    s.aperture = aperture;
+    s.magnification = magnification;
+    s.condition = condition;
+    return s;
+}
 
-    // Skies at 6.7 and fainter take the fixed brightness; the limit then
-    // follows the sky one for one.
-    OpticalSystem n;
-    n.opticsType = 2;
-    n.aperture = 200.0;
-    n.magnification = 100.0;
-    n.condition = 0.5;
-    EXPECT_NEAR(LimitingMagnitude(n, nullptr, 7.0, 0.0, 0.0, 1.0), 15.055106784052693, 1e-9);
-    EXPECT_NEAR(LimitingMagnitude(n, nullptr, 6.8, 0.0, 0.0, 1.0), 14.855106784052694, 1e-9);
-
-    OpticalSystem c;
-    c.opticsType = 3;
-    c.aperture = 203.2;
-    c.magnification = 200.0;
-    c.condition = 0.25;
-    EXPECT_NEAR(LimitingMagnitude(c, nullptr, 6.0, 1.0, 1.0, 1.0), 14.020605938958656, 1e-9);
-
-    OpticalSystem b;
-    b.opticsType = 10;
-    b.aperture = 50.0;
-    b.magnification = 10.0;
-    b.condition = 1.0;
-    EXPECT_NEAR(LimitingMagnitude(b, nullptr, 4.5, 0.0, 0.0, 1.0), 9.65190503581736, 1e-9);
-
-    OpticalSystem blur;  // 2 * 3" * 300x = 1800: the star is spread out
-    blur.opticsType = 2;
-    blur.aperture = 254.0;
-    blur.magnification = 300.0;
-    EXPECT_NEAR(LimitingMagnitude(blur, nullptr, 6.0, 0.0, 0.0, 3.0), 15.100387000133566, 1e-9);
+TEST(LimitingMagnitudeModel, HandWorkedCasesOfEachBranch) {
+    struct Case {
+        OpticalSystem optics;
+        double sky, colorIndex, zenithAngle, seeing, expected;
+    } cases[] = {
+        // An 80 mm refractor at 20x: exit pupil 4 mm, inside the 6 mm eye.
+        {Optics(1, 80.0, 20.0, 0.0), 6.0, 0.0, 0.0, 1.0, 12.367793630228004},
+        // At 8x the exit pupil is 10 mm: light is lost outside the eye.
+        {Optics(1, 80.0, 8.0, 0.0), 6.0, 0.0, 0.0, 1.0, 11.297044462013158},
+        // Skies at 6.7 and fainter take the fixed brightness; the limit then
+        // follows the sky one for one.
+        {Optics(2, 200.0, 100.0, 0.5), 7.0, 0.0, 0.0, 1.0, 15.055106784052693},
+        {Optics(2, 200.0, 100.0, 0.5), 6.8, 0.0, 0.0, 1.0, 14.855106784052694},
+        {Optics(3, 203.2, 200.0, 0.25), 6.0, 1.0, 1.0, 1.0, 14.020605938958656},
+        {Optics(10, 50.0, 10.0, 1.0), 4.5, 0.0, 0.0, 1.0, 9.65190503581736},
+        // 2 * 3" * 300x = 1800: the star is spread out.
+        {Optics(2, 254.0, 300.0, 0.0), 6.0, 0.0, 0.0, 3.0, 15.100387000133566},
+    };
+    for (const Case& c : cases)
+        EXPECT_NEAR(LimitingMagnitude(c.optics, nullptr, c.sky, c.colorIndex, c.zenithAngle, c.seeing),
+                    c.expected, 1e-9)
+            << int(c.optics.opticsType) << " " << c.optics.magnification << " " << c.sky;
 }
 
 TEST(LimitingMagnitudeModel, ObserverHorizonAndUnknownKinds) {
-    OpticalSystem s;
-    s.opticsType = 2;
-    s.aperture = 254.0;
-    s.magnification = 50.0;
+    OpticalSystem s = Optics(2, 254.0, 50.0, 0.0);
     ObserverRecord sixty;
     sixty.age = 60;
     sixty.pupilDiameter = 0.0;  // taken from the age
