@@ -5,7 +5,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 top=$PWD
 
-bash scripts/ensure-packages.sh cmake ninja-build g++ googletest \
+bash scripts/ensure-packages.sh cmake ninja-build g++ googletest liberfa-dev \
     g++-mingw-w64-x86-64-posix wine wine64 fonts-wine xvfb xauth
 
 echo "== native build and tests"
