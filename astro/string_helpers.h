@@ -1,0 +1,19 @@
+// Small string helpers of the text routines and the importers.
+#pragma once
+
+#include <string>
+
+// Ordering of the lower-cased copies: below 0, 0 or above 0.
+int StringCompareNoCase(const char* a, const char* b);
+
+// Remove blanks (spaces only) in place.
+char* TrimRight(char* text);
+char* TrimLeft(char* text);
+void TrimRightString(std::string& text);
+void TrimLeftString(std::string& text);
+
+// Copies `source` to `target` without its blanks.
+void RemoveBlanks(const char* source, char* target);
+
+// The part of `path` behind the last backslash or slash.
+void BaseName(const char* path, char* target);

@@ -1,0 +1,179 @@
+// Angle, time and date texts: carry rules, wraps and signs; the parsers'
+// spellings.
+#include <cstring>
+#include <string>
+
+#include "astro/angle_text.h"
+#include "astro/calendar.h"
+#include "astro/numeric.h"
+#include "astro/string_helpers.h"
+#include "astro/text_parse.h"
+#include "support.h"
+
+namespace {
+
+using Formatter = char* (*)(char*, double);
+
+std::string Text(Formatter f, double value) {
+    char buffer[32];
+    return f(buffer, value);
+}
+
+TEST(AngleText, FormsCarriesWrapsAndSigns) {
+    struct Case {
+        Formatter f;
+        double value;
+        const char* text;
+    } cases[] = {
+        {DegMinText, 12.5, "+12\xb0" "30'"},
+        {DegMinText, -0.999999, "-01\xb0" "00'"},  // the carry works on the magnitude
+        {DegMinText, 359.995, "+00\xb0" "00'"},
+        {LonDegMinText, 5.25, "+005\xb0" "15'"},
+        {DegMinSecText, 359.9999999, "+00\xb0" "00'00\""},
+        {DegMinSecText, -0.0000001, "+00\xb0" "00'00\""},  // the sign of the biased value
+        {DegMinSecText, 10.0 + 59.0 / 60.0 + 59.6 / 3600.0, "+11\xb0" "00'00\""},
+        {DegMinSecText, 10.0 + 59.4 / 3600.0, "+10\xb0" "00'59\""},
+        {DegMinSecTenthsText, 1.0 + 59.96 / 3600.0, "+01\xb0" "01'00.0\""},
+        {DegMinSecTenthsText, 1.0 + 59.94 / 3600.0, "+01\xb0" "00'59.9\""},
+        {HourMinText, 23.9999999, " 00h00m"},
+        {HourMinText, -5.5, "-05h30m"},
+        {HourMinSecText, 23.9999999, " 24h00m00s"},  // no top wrap
+        {HourMinSecText, 25.5, " 25h30m00s"},
+        {HourMinSecTenthsText, 1.0, " 01h00m00.0s"},
+        {HourMinSecTenthsText, -1.0, "-01h00m00.00s"},  // two decimals, on purpose
+        {HourMinSecTenthsText, -2.5 - 12.34 / 3600.0, "-02h30m12.34s"},
+        {ClockText, 13.75, "13:45"},
+        {ClockText, 24.25, "00:15"},
+        {ClockText, -1.5, "01:30"},  // the sign is dropped
+        {ClockSecondsText, 6.0 + 7.0 / 60.0 + 8.6 / 3600.0, "06:07:09"},
+    };
+    for (const Case& c : cases) EXPECT_EQ(Text(c.f, c.value), c.text) << c.value;
+}
+
+TEST(AngleText, TwelveHourClockAndOppositeLongitude) {
+    SetClockTwelveHour(true);
+    EXPECT_EQ(Text(ClockText, 12.0), "00:00p");  // the twelve is never shown
+    EXPECT_EQ(Text(ClockText, 12.5), "00:30p");
+    EXPECT_EQ(Text(ClockText, 0.5), "00:30a");
+    EXPECT_EQ(Text(ClockText, 23.0), "11:00p");
+    EXPECT_EQ(Text(ClockSecondsText, 13.5), "01:30:00p");
+    SetClockTwelveHour(false);
+    EXPECT_EQ(Text(ClockText, 12.0), "12:00");
+
+    EXPECT_EQ(Text(LongitudeText, 100.0), "+100\xb0" "00'");
+    SetLongitudeFromOpposite(true);
+    EXPECT_EQ(Text(LongitudeText, 100.0), "+280\xb0" "00'");
+    EXPECT_EQ(Text(LongitudeText, 190.0), "+010\xb0" "00'");
+    SetLongitudeFromOpposite(false);
+}
+
+TEST(AngleText, SmallAnglesChooseTheirUnit) {
+    const double arcsec = kRadiansPerArcsecond;
+    EXPECT_EQ(Text(SmallAngleText, 12.4 * arcsec), "12\"");
+    EXPECT_EQ(Text(SmallAngleText, 754.0 * arcsec), "12'34\"");
+    EXPECT_EQ(Text(SmallAngleText, 2.5 * kRadiansPerDegree), "+02\xb0" "30'");
+    EXPECT_EQ(Text(SmallAngleText, 45.2 * kRadiansPerDegree), "45\xb0");
+    EXPECT_EQ(Text(SmallAngleTenthsText, 12.44 * arcsec), "12.4\"");
+    EXPECT_EQ(Text(SmallAngleTenthsText, 754.0 * arcsec), "12'34\"");
+    EXPECT_EQ(Text(SmallAngleTenthsText, 2.5 * kRadiansPerDegree), "+02\xb0" "30'00\"");
+}
+
+TEST(TextParse, SexagesimalSpellings) {
+    const double v = 12.0 + 34.0 / 60.0 + 56.0 / 3600.0;
+    for (const char* t : {"12h34m56s", "12:34:56", "12 34 56", "12\xb0" "34'56\"", "  12:34:56  "})
+        EXPECT_DOUBLE_EQ(ParseSexagesimal(t), v) << t;
+    EXPECT_DOUBLE_EQ(ParseSexagesimal("-0 30"), -0.5);
+    EXPECT_DOUBLE_EQ(ParseSexagesimal("12h34m"), 12.0 + 34.0 / 60.0);
+    EXPECT_EQ(ParseSexagesimal("12h 34m"), kParseFailed);  // an empty piece
+    EXPECT_EQ(ParseSexagesimal(""), 0.0);
+    EXPECT_EQ(ParseSexagesimal("-"), kParseFailed);
+    EXPECT_EQ(ParseSexagesimal("+"), kParseFailed);
+    EXPECT_EQ(ParseSexagesimal("abc"), kParseFailed);
+    EXPECT_DOUBLE_EQ(ParseSexagesimal("1:30p"), 13.5);
+    EXPECT_DOUBLE_EQ(ParseSexagesimal("12:30p"), 12.5);
+    EXPECT_DOUBLE_EQ(ParseSexagesimal("12:00p"), 24.0);
+    EXPECT_DOUBLE_EQ(ParseSexagesimal("2451545.25"), 2451545.25);
+    EXPECT_DOUBLE_EQ(ParseSexagesimal("1:2:3:4"), 1.0 + 2.0 / 60.0 + 3.0 / 3600.0);
+}
+
+int Parse(const char* text, Instant* instant, Site* site = nullptr) {
+    char copy[128];
+    std::strncpy(copy, text, sizeof copy - 1);
+    copy[sizeof copy - 1] = '\0';
+    return ParseDateTime(copy, site, instant);
+}
+
+TEST(TextParse, DatesWithMonthsKeywordsAndEras) {
+    Instant a, b;
+    ASSERT_EQ(Parse("2000 1 1", &a), 1);
+    ASSERT_EQ(Parse("2000 January 1", &b), 1);
+    EXPECT_EQ(a.jd, b.jd);
+    EXPECT_EQ(a.jd, 2451544.5);
+
+    ASSERT_EQ(Parse("1999 Aug 11.5", &a), 1);
+    EXPECT_EQ(a.month, 8);
+    EXPECT_EQ(a.day, 11);
+    EXPECT_EQ(a.utHours, 12.0);
+    ASSERT_EQ(Parse("1999 ju 1", &a), 1);  // "ju" is June, the first month it begins
+    EXPECT_EQ(a.month, 6);
+    ASSERT_EQ(Parse("1999 * 1", &a), 1);
+    EXPECT_EQ(a.month, 1);
+    EXPECT_EQ(Parse("1999 Januaryx 1", &a), 0);  // no month, and no number either
+
+    // "UT" sets UT mode; "UTC" is UT too, and PM adds 12 hours.
+    char name[] = "East";
+    Site east;
+    SiteInit(&east, 75.0 * kRadiansPerDegree, 0.7, 0.0, 6.0, -5.0, name);
+    ASSERT_EQ(Parse("2000 Jan 1 20:30 UT", &a, &east), 1);
+    EXPECT_EQ(a.utHours, 20.5);
+    ASSERT_EQ(Parse("2000 Jan 1 20:30 UTC", &a, &east), 1);
+    EXPECT_EQ(a.utHours, 20.5);
+    ASSERT_EQ(Parse("2000 Jan 1 8:30 PM", &a, &east), 1);
+    EXPECT_EQ(a.localHours, 20.5);
+    EXPECT_EQ(a.utHours, 25.5);
+
+    ASSERT_EQ(Parse("44 BC 3 15", &a), 1);
+    EXPECT_EQ(a.year, -45);
+    ASSERT_EQ(Parse("1 BC 1 1", &a), 1);
+    EXPECT_EQ(a.year, -2);
+
+    ASSERT_EQ(Parse("1999.5", &a), 1);
+    EXPECT_DOUBLE_EQ(a.jd, JulianDay(1, 1, 1999, 0.0) + 182.5);
+    ASSERT_EQ(Parse("JD 2451545.0", &a), 1);
+    EXPECT_EQ(a.year, 2000);
+    EXPECT_NEAR(a.utHours, 12.0, 1e-5);
+    EXPECT_EQ(Parse("jd", &a), -1);
+    EXPECT_EQ(Parse("2000 13 1", &a), 0);
+    EXPECT_EQ(Parse("2000 1 1 1 1", &a), 0);  // a fifth value
+    EXPECT_EQ(Parse("", &a), 0);
+    EXPECT_EQ(ParseDateTime(nullptr, nullptr, &a), 0);
+}
+
+TEST(TextParse, ClockWords) {
+    char name[] = "East";
+    Site east;
+    SiteInit(&east, 75.0 * kRadiansPerDegree, 0.7, 0.0, 6.0, -5.0, name);
+    EXPECT_EQ(ParseClock("8:30 PM", nullptr), 20.5);
+    EXPECT_EQ(ParseClock("20:30 PM", nullptr), 20.5);  // only below 12
+    EXPECT_EQ(ParseClock("20:30 UT", &east), 15.5);    // standard clock time
+    EXPECT_EQ(ParseClock("20:30 UT", nullptr), 20.5);
+    EXPECT_EQ(ParseClock("8 9", nullptr), kParseFailed);
+    EXPECT_EQ(ParseClock("0 9", nullptr), 9.0);  // a first time of 0.0 may be followed
+    EXPECT_EQ(ParseClock("x", nullptr), kParseFailed);
+    EXPECT_EQ(ParseClock(nullptr, nullptr), 0.0);
+}
+
+TEST(StringHelpers, TrimsCompareAndBaseName) {
+    char text[] = "  two words  ";
+    EXPECT_STREQ(TrimLeft(TrimRight(text)), "two words");
+    char target[32];
+    RemoveBlanks(" a b  c ", target);
+    EXPECT_STREQ(target, "abc");
+    BaseName("C:\\data\\maps/1/file.bin", target);
+    EXPECT_STREQ(target, "file.bin");
+    EXPECT_EQ(StringCompareNoCase("Alpha", "aLPHA"), 0);
+    EXPECT_LT(StringCompareNoCase("alpha", "Beta"), 0);
+    EXPECT_GT(StringCompareNoCase("alphas", "ALPHA"), 0);
+}
+
+}  // namespace
