@@ -35,4 +35,20 @@ bool ListFolder(const char* folder, std::vector<FolderEntry>& entries);
 // Full path of the running program, as the system gives it.
 std::string ModuleFileName();
 
+// The local clock (GetLocalTime).
+struct LocalClock {
+    int year = 0;
+    int month = 0;  // 1 to 12
+    int day = 0;
+    int hour = 0;
+    int minute = 0;
+    int second = 0;
+};
+LocalClock LocalTime();
+
+// Tests fix the clock by installing a replacement; null restores the real
+// clock. Returns the replacement that was in force.
+using LocalTimeFn = LocalClock (*)();
+LocalTimeFn SetLocalTimeOverride(LocalTimeFn fn);
+
 }  // namespace platform

@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <climits>
+#include <ctime>
 
 #include "shell/platform.h"
 
@@ -45,6 +46,14 @@ std::string ModuleFileName() {
     ssize_t n = ::readlink("/proc/self/exe", buf, sizeof buf - 1);
     if (n <= 0) return std::string();
     return std::string(buf, static_cast<size_t>(n));
+}
+
+LocalClock SystemLocalTime() {
+    const std::time_t now = std::time(nullptr);
+    std::tm local{};
+    localtime_r(&now, &local);
+    return LocalClock{local.tm_year + 1900, local.tm_mon + 1, local.tm_mday,
+                      local.tm_hour,        local.tm_min,     local.tm_sec};
 }
 
 }  // namespace platform

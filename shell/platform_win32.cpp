@@ -45,4 +45,10 @@ std::string ModuleFileName() {
     return std::string(buf, n);
 }
 
+LocalClock SystemLocalTime() {
+    SYSTEMTIME t;
+    GetLocalTime(&t);
+    return LocalClock{t.wYear, t.wMonth, t.wDay, t.wHour, t.wMinute, t.wSecond};
+}
+
 }  // namespace platform

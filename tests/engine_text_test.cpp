@@ -5,9 +5,13 @@
 
 #include "astro/angle_text.h"
 #include "astro/calendar.h"
+#include "astro/date_text.h"
+#include "astro/fixed_fields.h"
+#include "astro/magnitudes.h"
 #include "astro/numeric.h"
 #include "astro/string_helpers.h"
 #include "astro/text_parse.h"
+#include "shell/platform.h"
 #include "support.h"
 
 namespace {
@@ -174,6 +178,77 @@ TEST(StringHelpers, TrimsCompareAndBaseName) {
     EXPECT_EQ(StringCompareNoCase("Alpha", "aLPHA"), 0);
     EXPECT_LT(StringCompareNoCase("alpha", "Beta"), 0);
     EXPECT_GT(StringCompareNoCase("alphas", "ALPHA"), 0);
+}
+
+}  // namespace
+
+namespace {
+
+platform::LocalClock FixedClock() { return {2001, 3, 9, 7, 5, 30}; }
+
+TEST(DateText, EveningRuleAndTheLocalClock) {
+    char name[] = "East";
+    Site east;
+    SiteInit(&east, 75.0 * kRadiansPerDegree, 0.7, 0.0, 6.0, -5.0, name);
+    char buffer[64];
+    const double early = JulianDay(3, 10, 2001, 7.5);  // 02:30 on 10 March, local
+    EXPECT_STREQ(DateText(buffer, &east, early, 0), "2001 Mar 10");
+    EXPECT_STREQ(DateText(buffer, &east, early, 1), "2001 Mar  9");
+    // The clock is that of the moment, the date the evening's.
+    EXPECT_STREQ(DateTimeText(buffer, &east, early, 1), "2001 Mar  9 02:30");
+    EXPECT_STREQ(DateText(buffer, &east, JulianDay(3, 10, 2001, 20.0), 1), "2001 Mar 10");
+    EXPECT_STREQ(DateText(buffer, nullptr, JulianDay(1, 1, -43, 0.0), 0), " -43 Jan  1");
+
+    platform::SetLocalTimeOverride(FixedClock);
+    EXPECT_STREQ(StampText(), "2001 Mar 09 0705");
+    Instant now;
+    InstantNow(&east, &now);
+    EXPECT_EQ(now.day, 9);
+    EXPECT_NEAR(now.localHours, 7.0 + 5.5 / 60.0, 1e-5);
+    EXPECT_NEAR(now.utHours, 12.0 + 5.5 / 60.0, 1e-5);
+    InstantNowEvening(&east, &now);
+    EXPECT_EQ(now.day, 8);
+    EXPECT_NEAR(now.localHours, 19.0 + 5.5 / 60.0, 1e-5);
+    InstantToday(&east, &now);
+    EXPECT_EQ(now.day, 9);
+    EXPECT_NEAR(now.localHours, 0.0, 1e-5);
+    platform::SetLocalTimeOverride(nullptr);
+}
+
+TEST(FixedFields, ColumnsOfCatalogueLines) {
+    EXPECT_EQ(FixedInt(" 12 3xyz", 5), 123);
+    EXPECT_EQ(FixedInt("  -45", 5), -45);
+    EXPECT_EQ(FixedInt("   ab", 5), kParseFailedInt);
+    EXPECT_EQ(FixedInt("12", 5), 12);  // a line that ends early
+    EXPECT_EQ(FixedReal(" 1 2.5 ", 7), 12.5);
+    EXPECT_EQ(FixedReal("     ", 5), kParseFailed);
+    EXPECT_EQ(FixedReal(" x   ", 5), kParseFailed);
+    EXPECT_STREQ(FixedText("NGC 224 M31", 7), "NGC 224");
+    const char* first = FixedText("abc", 2);
+    FixedText("xyz", 3);
+    EXPECT_STREQ(first, "xyz");  // one shared buffer
+}
+
+TEST(Magnitudes, RoundingColourSurfaceAndDistance) {
+    EXPECT_EQ(RoundSignificant(0.0, 3), 0.0);
+    EXPECT_DOUBLE_EQ(RoundSignificant(123456.0, 3), 123000.0);
+    EXPECT_DOUBLE_EQ(RoundSignificant(-0.0012345, 2), -0.0012);
+    EXPECT_DOUBLE_EQ(RoundSignificant(2.45, 2), 2.5);
+
+    EXPECT_EQ(ColorIndexOfClass("G2"), 0.62);
+    EXPECT_EQ(ColorIndexOfClass("K"), 0.85);
+    EXPECT_EQ(ColorIndexOfClass("O9"), -0.31);
+    EXPECT_EQ(ColorIndexOfClass("M9.5"), 1.79);
+    EXPECT_EQ(ColorIndexOfClass("W5"), kParseFailed);
+    EXPECT_EQ(ColorIndexOfClass("g2"), kParseFailed);
+    EXPECT_EQ(ColorIndexOfClass("A12"), kParseFailed);
+    EXPECT_EQ(ColorIndexOfClass(""), kParseFailed);
+
+    // A 10' by 10' ellipse of magnitude 10: 10 + 2.5 log10(90000 pi).
+    EXPECT_NEAR(SurfaceBrightness(10.0, 10.0, 10.0), 23.6285, 0.0001);
+    EXPECT_NEAR(RedshiftDistance(1.0), 9000.0, 1e-9);
+    EXPECT_EQ(VelocityDistance(1000.0), 50.0);
+    EXPECT_EQ(VelocityRedshift(30000.0), 0.1);
 }
 
 }  // namespace
