@@ -9,6 +9,7 @@
 #include "astro/numeric.h"
 #include "astro/nutation.h"
 #include "astro/obliquity.h"
+#include "astro/precession.h"
 #include "support.h"
 
 namespace {
@@ -60,6 +61,44 @@ TEST(AgainstErfa, MeanSiderealTimeWithinATenthOfAMillisecond) {
         const double expected = eraGmst82(jd, 0.0);
         EXPECT_NEAR(AngleDiff(i.gmst, expected), 0.0, 1e-4 * kTwoPi / 86400.0) << jd;
     }
+}
+
+// The same 1976 expressions for the three angles, between many epochs.
+TEST(AgainstErfa, PrecessionAnglesOfTheFk5System) {
+    for (double from = -2.0; from <= 2.0; from += 0.7) {
+        for (double to = -2.5; to <= 2.5; to += 0.9) {
+            PrecessionContext c;
+            PrecessionPrepare(&c, from, to, kFk5, kFk5);
+            double zeta, z, theta;
+            eraPrec76(kJ2000, from * kDaysPerCentury, kJ2000, to * kDaysPerCentury, &zeta, &z, &theta);
+            EXPECT_NEAR(c.zeta, zeta, 1e-12);
+            EXPECT_NEAR(c.z, z, 1e-12);
+            EXPECT_NEAR(c.sinTheta, std::sin(theta), 1e-12);
+        }
+    }
+}
+
+// B1950.0 FK4 places to J2000.0 FK5 by precession, E-terms and the equinox
+// correction, against ERFA's full FK4 to FK5 transformation (no proper
+// motion). ERFA also corrects the FK4 frame's own rotation and the motion
+// it gives to stars that have none; the simpler way leaves those out, and
+// the two part by up to 1.32" over this grid of the sky.
+TEST(AgainstErfa, Fk4ToFk5WithinOneAndAHalfArcseconds) {
+    const double b1950 = JdToCenturies(2433282.4235);
+    PrecessionContext c;
+    PrecessionPrepare(&c, b1950, 0.0, kFk4, kFk5);
+    double worst = 0.0;
+    for (double ra = 0.1; ra < kTwoPi; ra += 0.5) {
+        for (double dec = -1.4; dec <= 1.4; dec += 0.35) {
+            double r = ra, d = dec;
+            PrecessionApply(&c, &r, &d, 0.0, 0.0, 0);
+            double r2000, d2000;
+            eraFk45z(ra, dec, 1950.0, &r2000, &d2000);
+            const double sep = eraSeps(r, d, r2000, d2000);
+            worst = std::max(worst, sep);
+        }
+    }
+    EXPECT_LT(worst, 1.5 * kRadiansPerArcsecond);
 }
 
 }  // namespace
