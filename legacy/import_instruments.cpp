@@ -4,8 +4,8 @@
 #include <cctype>
 #include <cmath>
 #include <cstring>
-#include <numbers>
 
+#include "astro/numeric.h"
 #include "legacy/import_result.h"
 #include "legacy/legacy_instruments.h"
 #include "stores/eyepiece_pool.h"
@@ -36,7 +36,7 @@ PoolMatch FindInPool(const JobHost& host, EyepieceSlot& slot, int* poolIdOut) {
     }
     char slotName[sizeof slot.name + 1] = {};
     NormalizeEyepieceName(slotName, slot.name, sizeof slot.name);
-    const double slotFieldDegrees = slot.apparentField * 180.0 / std::numbers::pi;
+    const double slotFieldDegrees = slot.apparentField / kRadiansPerDegree;
 
     for (int i = 0; i < count; ++i) {
         EyepieceRecord r;

@@ -3,11 +3,11 @@
 #include <cstring>
 
 #include "astro/limiting_magnitude.h"
+#include "astro/numeric.h"
 
 namespace {
 
 constexpr double kMillimetresPerInch = 25.4;
-constexpr double kRadiansPerDegree = std::numbers::pi / 180.0;
 
 template <size_t N>
 void SetText(char (&field)[N], const char* text) {
@@ -82,7 +82,7 @@ void NakedEyeInit(InstrumentRecord* record) {
     OpticalSystemInit(&eye, "Naked Eye", 0, 0.25, 1.0, 0.0, 1, 1, 0.0);
     eye.magnification = 1.0;
     eye.eyepieceCount = 0;
-    eye.trueField = std::numbers::pi;
+    eye.trueField = kPi;
 }
 
 void NewTelescopeInit(InstrumentRecord* record, const char* name) {

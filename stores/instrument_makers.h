@@ -2,14 +2,13 @@
 // a system's optics: power, field, resolution and limiting magnitude.
 #pragma once
 
-#include <numbers>
-
+#include "astro/numeric.h"
 #include "stores/instrument_records.h"
 
 // The new telescope's finder overlay: 0.5, 2 and 4 degrees as radians.
-inline constexpr float kFinderCircles[3] = {static_cast<float>(0.5 * std::numbers::pi / 180.0),
-                                            static_cast<float>(2.0 * std::numbers::pi / 180.0),
-                                            static_cast<float>(4.0 * std::numbers::pi / 180.0)};
+inline constexpr float kFinderCircles[3] = {static_cast<float>(0.5 * kRadiansPerDegree),
+                                            static_cast<float>(2.0 * kRadiansPerDegree),
+                                            static_cast<float>(4.0 * kRadiansPerDegree)};
 
 // An apparent field of 0 stands for 40 degrees.
 inline constexpr double kDefaultApparentFieldDegrees = 40.0;
