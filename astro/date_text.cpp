@@ -4,7 +4,7 @@
 
 #include "astro/angle_text.h"
 #include "astro/calendar.h"
-#include "shell/platform.h"
+#include "base/platform.h"
 
 namespace {
 

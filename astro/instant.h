@@ -8,7 +8,7 @@
 
 #include <cstdint>
 
-#include "stores/site.h"
+#include "astro/site.h"
 
 struct Instant {
     int16_t month = 0;  // 1 to 12

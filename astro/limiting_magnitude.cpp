@@ -51,15 +51,13 @@ SkyTerms SkyOf(double nakedEyeLimit, double zenithAngle) {
 
 }  // namespace
 
-double LimitingMagnitude(const OpticalSystem& optics, const ObserverRecord* observer,
-                         double nakedEyeLimit, double colorIndex, double zenithAngle,
-                         double seeing) {
+double LimitingMagnitude(const OpticsTerms& optics, const EyeTerms* eye, double nakedEyeLimit,
+                         double colorIndex, double zenithAngle, double seeing) {
     double pupil = kNoObserverPupil;
     double experience = kNoObserverExperience;
-    if (observer) {
-        pupil = observer->pupilDiameter != 0.0 ? observer->pupilDiameter
-                                               : ComputePupilDiameter(observer->age);
-        experience = observer->experience;
+    if (eye) {
+        pupil = eye->pupilDiameter;
+        experience = eye->experience;
     }
     double z = zenithAngle;
     if (z >= kHorizonZenithAngle || z < 0.0) z = 0.0;

@@ -4,16 +4,29 @@
 // cleanness.
 #pragma once
 
-#include "stores/instrument_records.h"
-#include "stores/observer_store.h"
+// What the model needs of an optical system: its kind (1 refractor,
+// 2 reflector, 3 catadioptric, 10 binoculars), aperture in millimetres, the
+// power in use and the optics' dirt (0 clean to 1 filthy).
+struct OpticsTerms {
+    int opticsType = 0;
+    double aperture = 0;
+    double magnification = 0;
+    double condition = 0;
+};
 
-// `observer` may be null: a 6 mm pupil and an experience of 0.85 are taken.
+// What the model needs of the eye: the dark-adapted pupil in millimetres and
+// the observer's experience, 0 to 1.
+struct EyeTerms {
+    double pupilDiameter = 0;
+    double experience = 0;
+};
+
+// `eye` may be null: a 6 mm pupil and an experience of 0.85 are taken.
 // `zenithAngle` in radians; `seeing` is the star's blur in arc seconds. A
 // system of a kind the model does not know (the eye, 0) gets the naked-eye
 // limit as it stands.
-double LimitingMagnitude(const OpticalSystem& optics, const ObserverRecord* observer,
-                         double nakedEyeLimit, double colorIndex, double zenithAngle,
-                         double seeing);
+double LimitingMagnitude(const OpticsTerms& optics, const EyeTerms* eye, double nakedEyeLimit,
+                         double colorIndex, double zenithAngle, double seeing);
 
 inline constexpr int kExperienceNameCount = 5;
 

@@ -6,8 +6,8 @@
 #include <string>
 
 #include "astro/numeric.h"
-#include "shell/file_utils.h"
-#include "stores/le_bytes.h"
+#include "base/file_utils.h"
+#include "base/le_bytes.h"
 
 namespace {
 

@@ -9,8 +9,8 @@
 
 #include "astro/calendar.h"
 #include "astro/numeric.h"
-#include "astro/prefix_match.h"
-#include "astro/string_helpers.h"
+#include "base/prefix_match.h"
+#include "base/string_helpers.h"
 
 namespace {
 

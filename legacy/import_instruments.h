@@ -5,7 +5,7 @@
 
 #include <cstddef>
 
-#include "shell/job_host.h"
+#include "legacy/job_host.h"
 
 // Cuts the trailing blanks of `name` (at most `nameSize` bytes) in place,
 // then writes its characters in lower case to `lowerOut`, which must hold

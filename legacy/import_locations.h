@@ -2,7 +2,7 @@
 // user/loc.bin, refusing names the store already holds.
 #pragma once
 
-#include "shell/job_host.h"
+#include "legacy/job_host.h"
 
 // Returns 1 when every record up to the count was read, else 0.
 int ImportLocations(const JobHost& host);

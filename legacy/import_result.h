@@ -4,7 +4,7 @@
 
 #include <cstdio>
 
-#include "shell/job_host.h"
+#include "legacy/job_host.h"
 
 struct ImportCounters {
     int imported = 0;

@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "shell/file_utils.h"
-#include "stores/record_layout.h"
+#include "base/file_utils.h"
+#include "base/record_layout.h"
 
 // Opens <legacyRoot>/<name> read-only and reads its count; null when either
 // fails. The stream is left on the first byte behind the count.

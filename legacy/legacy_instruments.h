@@ -5,9 +5,9 @@
 
 #include <string>
 
-#include "shell/file_utils.h"
+#include "base/file_utils.h"
 #include "stores/instrument_records.h"
-#include "stores/record_layout.h"
+#include "base/record_layout.h"
 
 inline constexpr int kLegacyMaxEyepieces = 12;
 

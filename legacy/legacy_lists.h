@@ -7,7 +7,7 @@
 
 #include <string>
 
-#include "shell/file_utils.h"
+#include "base/file_utils.h"
 
 inline constexpr size_t kLegacyListRowSize = 35;
 inline constexpr uint16_t kLegacyFreeListRow = 65535;

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "shell/file_utils.h"
+#include "base/file_utils.h"
 
 // The stream on the first record, or null when the file cannot be opened or
 // its count cannot be read.

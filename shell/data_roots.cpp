@@ -7,8 +7,8 @@
 #include "astro/planet_files.h"
 #include "catalog/catalogue_roots.h"
 #include "catalog/minor_planet_roots.h"
-#include "shell/file_utils.h"
-#include "shell/platform.h"
+#include "base/file_utils.h"
+#include "base/platform.h"
 
 char ScanForDataDrive() {
     for (char letter = 'D'; letter <= 'Z'; ++letter) {

@@ -2,6 +2,6 @@
 // closed at shutdown. No header, no time stamps, no explicit flush.
 #pragma once
 
-#include "shell/file_utils.h"
+#include "base/file_utils.h"
 
 FilePtr OpenImportLog();

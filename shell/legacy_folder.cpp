@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <cstring>
 
-#include "shell/file_utils.h"
+#include "base/file_utils.h"
 
 bool ReadFerryIni(std::string& folderOut) {
     FilePtr ini = OpenFile("ferry2.ini", "r");

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "shell/job_host.h"
+#include "legacy/job_host.h"
 
 inline constexpr const char* kDefaultLegacyFolder = "C:\\Program Files\\Halcyonware\\Vesperal";
 inline constexpr const char* kLegacyFolderMissingText =

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "shell/job_host.h"
+#include "legacy/job_host.h"
 
 struct PageRow {
     std::string text;    // columns separated by tabs

@@ -1,6 +1,6 @@
 #include "stores/ddata_table.h"
 
-#include "shell/file_utils.h"
+#include "base/file_utils.h"
 
 int LoadDdataTable(std::array<uint8_t, kDdataTableSize>& table) {
     FilePtr f = OpenFile("bin/ddata.bin", "rb");

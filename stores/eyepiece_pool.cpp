@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "stores/id_file.h"
+#include "base/id_file.h"
 
 namespace {
 

@@ -7,8 +7,8 @@
 #include <array>
 #include <string>
 
-#include "shell/file_utils.h"
-#include "stores/site.h"
+#include "base/file_utils.h"
+#include "astro/site.h"
 
 struct HorizonRow {
     double azimuth = 0;           // radians

@@ -128,6 +128,19 @@ int EyepieceSlotSet(OpticalSystem* system, int poolId, int index, const char* na
     return 1;
 }
 
+double LimitingMagnitude(const OpticalSystem& optics, const ObserverRecord* observer,
+                         double nakedEyeLimit, double colorIndex, double zenithAngle,
+                         double seeing) {
+    const OpticsTerms terms{optics.opticsType, optics.aperture, optics.magnification,
+                            optics.condition};
+    if (!observer)
+        return LimitingMagnitude(terms, nullptr, nakedEyeLimit, colorIndex, zenithAngle, seeing);
+    const EyeTerms eye{observer->pupilDiameter != 0.0 ? observer->pupilDiameter
+                                                      : ComputePupilDiameter(observer->age),
+                       observer->experience};
+    return LimitingMagnitude(terms, &eye, nakedEyeLimit, colorIndex, zenithAngle, seeing);
+}
+
 int OpticalSystemCompute(OpticalSystem* system) {
     if (system->aperture == 0.0) return 0;
     if (system->focalRatio == 0.0 && system->focalLength == 0.0) return 0;

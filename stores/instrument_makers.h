@@ -4,6 +4,7 @@
 
 #include "astro/numeric.h"
 #include "stores/instrument_records.h"
+#include "stores/observer_store.h"
 
 // The new telescope's finder overlay: 0.5, 2 and 4 degrees as radians.
 inline constexpr float kFinderCircles[3] = {static_cast<float>(0.5 * kRadiansPerDegree),
@@ -42,6 +43,13 @@ int EyepieceSlotSet(OpticalSystem* system, int poolId, int index, const char* na
 // The true field, in radians, of binoculars of power `magnification` whose
 // field is not known.
 double BinocularDefaultField(double magnification);
+
+// The limiting magnitude of a star seen through `optics` by `observer` (null
+// for the model's average eye); an observer's pupil of 0 is computed from
+// the age.
+double LimitingMagnitude(const OpticalSystem& optics, const ObserverRecord* observer,
+                         double nakedEyeLimit, double colorIndex, double zenithAngle,
+                         double seeing);
 
 // Fills the missing one of focal length and ratio, and the derived highest
 // power, Dawes limit and limiting magnitude (the latter at a power of 25 per

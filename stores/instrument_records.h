@@ -5,7 +5,7 @@
 
 #include <cstdint>
 
-#include "stores/record_layout.h"
+#include "base/record_layout.h"
 
 inline constexpr int kMaxEyepieceSlots = 70;
 

@@ -3,7 +3,7 @@
 #include <cstring>
 #include <vector>
 
-#include "stores/id_file.h"
+#include "base/id_file.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 
 #include <cstdio>
 
-#include "shell/file_utils.h"
+#include "base/file_utils.h"
 #include "stores/instrument_records.h"
 
 inline constexpr const char* kInstrumentStorePath = "user/instr.bin";

@@ -3,7 +3,7 @@
 #include <cmath>
 #include <cstring>
 
-#include "stores/counted_file.h"
+#include "base/counted_file.h"
 
 namespace {
 

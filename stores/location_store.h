@@ -5,8 +5,8 @@
 
 #include <cstdio>
 
-#include "shell/file_utils.h"
-#include "stores/site.h"
+#include "base/file_utils.h"
+#include "astro/site.h"
 
 struct LocationTail {
     uint8_t zoneIndex = 0;  // 0 "GMT+", 1 "EST", 2 "CST", 3 "MST", 4 "PST"

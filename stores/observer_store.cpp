@@ -3,8 +3,8 @@
 #include <cmath>
 #include <cstring>
 
-#include "astro/prefix_match.h"
-#include "stores/counted_file.h"
+#include "base/prefix_match.h"
+#include "base/counted_file.h"
 
 namespace {
 // Eye data closer than this is the same.

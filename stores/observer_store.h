@@ -6,8 +6,8 @@
 #include <cstdint>
 #include <cstdio>
 
-#include "shell/file_utils.h"
-#include "stores/record_layout.h"
+#include "base/file_utils.h"
+#include "base/record_layout.h"
 
 struct ObserverRecord {
     char name[64] = {};          // at most 63 characters

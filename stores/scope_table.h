@@ -6,9 +6,9 @@
 #include <cstdint>
 #include <cstdio>
 
-#include "shell/file_utils.h"
+#include "base/file_utils.h"
 #include "stores/instrument_records.h"
-#include "stores/record_layout.h"
+#include "base/record_layout.h"
 
 inline constexpr const char* kScopeTablePath = "scopes.bin";
 inline constexpr const char* kEnterManuallyText = "Enter Manually";

@@ -6,7 +6,7 @@
 #include "catalog/catalogue_roots.h"
 #include "catalog/minor_planet_roots.h"
 #include "shell/data_roots.h"
-#include "shell/platform.h"
+#include "base/platform.h"
 #include "support.h"
 
 namespace {

@@ -9,9 +9,9 @@
 #include "astro/fixed_fields.h"
 #include "astro/magnitudes.h"
 #include "astro/numeric.h"
-#include "astro/string_helpers.h"
+#include "base/string_helpers.h"
 #include "astro/text_parse.h"
-#include "shell/platform.h"
+#include "base/platform.h"
 #include "support.h"
 
 namespace {

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "shell/import_log.h"
-#include "shell/job_host.h"
+#include "legacy/job_host.h"
 #include "support.h"
 
 class JobTest : public ScratchTest {

@@ -1,7 +1,7 @@
 #include <string>
 #include <vector>
 
-#include "shell/file_utils.h"
+#include "base/file_utils.h"
 #include "shell/help_path.h"
 #include "shell/legacy_folder.h"
 #include "support.h"

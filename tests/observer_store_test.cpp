@@ -1,6 +1,6 @@
 #include <cstring>
 
-#include "astro/prefix_match.h"
+#include "base/prefix_match.h"
 #include "stores/observer_store.h"
 #include "support.h"
 

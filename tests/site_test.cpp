@@ -4,7 +4,7 @@
 #include <random>
 
 #include "stores/location_store.h"
-#include "stores/site.h"
+#include "astro/site.h"
 #include "support.h"
 
 namespace {

@@ -11,8 +11,8 @@
 #include <vector>
 
 #include "astro/nutation.h"
-#include "shell/file_utils.h"
-#include "stores/le_bytes.h"
+#include "base/file_utils.h"
+#include "base/le_bytes.h"
 
 namespace {
 

@@ -12,8 +12,8 @@
 
 #include "legacy/legacy_instruments.h"
 #include "legacy/legacy_lists.h"
-#include "shell/file_utils.h"
-#include "stores/id_file.h"
+#include "base/file_utils.h"
+#include "base/id_file.h"
 #include "stores/instrument_makers.h"
 #include "stores/instrument_store.h"
 #include "stores/location_store.h"

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "shell/file_utils.h"
+#include "base/file_utils.h"
 
 struct AppState {
     HANDLE instanceLock = nullptr;  // the "Ferry2" mutex, never closed by the program

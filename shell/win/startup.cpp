@@ -6,7 +6,7 @@
 #include "data/resource.h"
 #include "shell/data_roots.h"
 #include "shell/help_path.h"
-#include "shell/platform.h"
+#include "base/platform.h"
 #include "shell/win/app.h"
 #include "stores/ddata_table.h"
 #include "ui/win/controls.h"

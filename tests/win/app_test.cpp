@@ -7,7 +7,7 @@
 #include <cstring>
 
 #include "data/resource.h"
-#include "shell/file_utils.h"
+#include "base/file_utils.h"
 #include "shell/win/app.h"
 #include "support.h"
 #include "ui/table_model.h"

@@ -1,10 +1,10 @@
-#include "shell/file_utils.h"
+#include "base/file_utils.h"
 
 #include <cstring>
 #include <string>
 #include <vector>
 
-#include "shell/platform.h"
+#include "base/platform.h"
 
 bool FileExists(const char* path) { return platform::PathExists(path); }
 

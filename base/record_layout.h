@@ -23,7 +23,7 @@
 #include <cstdio>
 #include <cstring>
 
-#include "stores/le_bytes.h"
+#include "base/le_bytes.h"
 
 struct LayoutReader {
     const uint8_t* bytes;

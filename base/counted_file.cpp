@@ -1,4 +1,4 @@
-#include "stores/counted_file.h"
+#include "base/counted_file.h"
 
 FilePtr CountedOpen(const char* path, int* countOut) {
     int count = 0;

@@ -5,9 +5,9 @@
 
 #include <cstdio>
 
-#include "shell/file_utils.h"
-#include "stores/le_bytes.h"
-#include "stores/record_layout.h"
+#include "base/file_utils.h"
+#include "base/le_bytes.h"
+#include "base/record_layout.h"
 
 inline constexpr long kIdHeaderSize = 4;
 

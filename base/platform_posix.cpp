@@ -5,7 +5,7 @@
 #include <climits>
 #include <ctime>
 
-#include "shell/platform.h"
+#include "base/platform.h"
 
 namespace platform {
 

@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "stores/record_layout.h"
+#include "base/record_layout.h"
 
 struct Site {
     double longitude = 0;      // radians, positive west of Greenwich

@@ -1,4 +1,4 @@
-#include "stores/site.h"
+#include "astro/site.h"
 
 #include <cmath>
 #include <cstring>

@@ -7,8 +7,8 @@
 
 #include <cstdio>
 
-#include "shell/file_utils.h"
-#include "stores/record_layout.h"
+#include "base/file_utils.h"
+#include "base/record_layout.h"
 
 inline constexpr long kCountedHeaderSize = 2;
 inline constexpr int kCountedMaxRecords = 32767;

@@ -1,6 +1,6 @@
 #include <windows.h>
 
-#include "shell/platform.h"
+#include "base/platform.h"
 
 namespace platform {
 

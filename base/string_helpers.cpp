@@ -1,4 +1,4 @@
-#include "astro/string_helpers.h"
+#include "base/string_helpers.h"
 
 #include <cctype>
 #include <cstring>

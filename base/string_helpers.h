@@ -6,6 +6,10 @@
 // Ordering of the lower-cased copies: below 0, 0 or above 0.
 int StringCompareNoCase(const char* a, const char* b);
 
+// The compare of observer, location, instrument and misc names: the same
+// byte-wise folding.
+inline int NameCompare(const char* a, const char* b) { return StringCompareNoCase(a, b); }
+
 // Remove blanks (spaces only) in place.
 char* TrimRight(char* text);
 char* TrimLeft(char* text);

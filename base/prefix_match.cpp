@@ -1,4 +1,4 @@
-#include "astro/prefix_match.h"
+#include "base/prefix_match.h"
 
 #include <cctype>
 #include <cstring>
