@@ -154,6 +154,7 @@ int CopyTickedInstruments(const JobHost& host, FILE* legacy, int count, FILE* st
             // A failed add is skipped but not counted, and the job goes on.
             LogPrintf(host.log, "Instrument: error adding new instrument -> %.32s\n", in.name);
             ++c.skipped;
+            NoteFailedAdd(host);
             continue;
         }
         ++c.imported;
@@ -175,12 +176,16 @@ void NormalizeEyepieceName(char* lowerOut, char* name, size_t nameSize) {
 int ImportInstruments(const JobHost& host) {
     int count = 0;
     FilePtr legacy = OpenLegacyInstruments(host.legacyRoot, &count);
-    if (!legacy) return 0;
+    if (!legacy) {
+        NoteUnreadableFile(host, LegacyInstrumentsPath(host.legacyRoot));
+        return 0;
+    }
 
     // The store is not made here: a version 2 folder without one gets the
     // error message.
     int storeCount = 0;
     FilePtr store = InstrumentStoreOpen(&storeCount);
+    if (!store) NoteUnopenedStore(host, kInstrumentStorePath);
     return RunTickedImport(host, legacy.get(), count, store.get(), "Instrument: Internal error\n",
                            CopyTickedInstruments);
 }

@@ -38,6 +38,7 @@ int CopyTickedLocations(const JobHost& host, FILE* legacy, int count, FILE* stor
             // A failed add is skipped but not counted, and the job goes on.
             LogPrintf(host.log, "Location: error adding new location\n");
             ++c.skipped;
+            NoteFailedAdd(host);
         }
     }
     return 1;
@@ -48,10 +49,14 @@ int CopyTickedLocations(const JobHost& host, FILE* legacy, int count, FILE* stor
 int ImportLocations(const JobHost& host) {
     int count = 0;
     FilePtr legacy = OpenLegacyLocations(host.legacyRoot, &count);
-    if (!legacy) return 0;
+    if (!legacy) {
+        NoteUnreadableFile(host, LegacyLocationsPath(host.legacyRoot));
+        return 0;
+    }
 
     int storeCount = 0;
     FilePtr store = LocationStoreOpen(&storeCount);
+    if (!store) NoteUnopenedStore(host, kLocationStorePath);
     return RunTickedImport(host, legacy.get(), count, store.get(), "Location: Internal error\n",
                            CopyTickedLocations);
 }

@@ -18,11 +18,20 @@ struct TickArray {
     size_t count = 0;
 };
 
+// What a job leaves unsaid in its message and log, for a front end that
+// wants to report it: the jobs fill it when the host points at one.
+struct JobOutcome {
+    std::string unreadableFile;  // the legacy file, when the job stopped without a message
+    std::string unopenedStore;   // the store, when it could not be opened
+    int failedAdds = 0;          // ticked rows whose add failed; duplicates are not counted
+};
+
 struct JobHost {
     FILE* log = nullptr;  // ferry2.log; null when it could not be opened
     std::string legacyRoot;
     std::function<void(const char* text, const char* title)> showMessage;
     std::function<TickArray()> ticks;
+    JobOutcome* outcome = nullptr;  // null when nobody asks
 };
 
 // Writes one formatted line to the log; does nothing when there is no log.
@@ -33,6 +42,18 @@ void LogPrintf(FILE* log, const char* format, ...);
 
 inline void ShowJobMessage(const JobHost& host, const char* text, const char* title) {
     if (host.showMessage) host.showMessage(text, title);
+}
+
+inline void NoteUnreadableFile(const JobHost& host, const std::string& path) {
+    if (host.outcome) host.outcome->unreadableFile = path;
+}
+
+inline void NoteUnopenedStore(const JobHost& host, const char* path) {
+    if (host.outcome) host.outcome->unopenedStore = path;
+}
+
+inline void NoteFailedAdd(const JobHost& host) {
+    if (host.outcome) ++host.outcome->failedAdds;
 }
 
 inline TickArray JobTicks(const JobHost& host) {

@@ -6,11 +6,14 @@
 #include "base/file_utils.h"
 #include "base/record_layout.h"
 
+inline std::string LegacyFilePath(const std::string& legacyRoot, const char* name) {
+    return legacyRoot + "/" + name;
+}
+
 // Opens <legacyRoot>/<name> read-only and reads its count; null when either
 // fails. The stream is left on the first byte behind the count.
 inline FilePtr OpenLegacyCountedFile(const std::string& legacyRoot, const char* name, int* countOut) {
-    const std::string path = legacyRoot + "/" + name;
-    FilePtr f = OpenFile(path.c_str(), "rb");
+    FilePtr f = OpenFile(LegacyFilePath(legacyRoot, name).c_str(), "rb");
     int count = 0;
     if (!f || !ReadCount16(f.get(), &count)) return nullptr;
     if (countOut) *countOut = count;

@@ -1,8 +1,11 @@
 #include "legacy/legacy_instruments.h"
 
+std::string LegacyInstrumentsPath(const std::string& legacyRoot) {
+    return legacyRoot + "/instr.bin";
+}
+
 FilePtr OpenLegacyInstruments(const std::string& legacyRoot, int* countOut) {
-    const std::string path = legacyRoot + "/instr.bin";
-    FilePtr f = OpenFile(path.c_str(), "rb");
+    FilePtr f = OpenFile(LegacyInstrumentsPath(legacyRoot).c_str(), "rb");
     if (!f) return nullptr;
     uint8_t head[4];
     if (std::fread(head, 1, sizeof head, f.get()) != sizeof head) return nullptr;

@@ -83,6 +83,9 @@ struct LegacyInstrumentLayout {
 };
 static_assert(LayoutIsPacked<LegacyInstrumentLayout, LegacyInstrument>());
 
+// <legacyRoot>/instr.bin
+std::string LegacyInstrumentsPath(const std::string& legacyRoot);
+
 // Opens the file and reads the two header words; null on failure.
 FilePtr OpenLegacyInstruments(const std::string& legacyRoot, int* countOut);
 

@@ -6,6 +6,9 @@
 
 #include "base/file_utils.h"
 
+// <legacyRoot>/loc.bin
+std::string LegacyLocationsPath(const std::string& legacyRoot);
+
 // The stream on the first record, or null when the file cannot be opened or
 // its count cannot be read.
 FilePtr OpenLegacyLocations(const std::string& legacyRoot, int* countOut);
