@@ -1,13 +1,19 @@
 // ferry2-cli: the import jobs from the command line, for scripting and tests.
 // Run in the Vesperal 2 data folder, like the window program.
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <string>
+#include <string_view>
 #include <vector>
 
+#include "base/control_escape.h"
+#include "base/windows_text.h"
 #include "legacy/import_instruments.h"
 #include "legacy/import_locations.h"
+#include "legacy/legacy_instruments.h"
+#include "legacy/legacy_locations.h"
 #include "shell/data_roots.h"
 #include "shell/import_log.h"
 #include "shell/legacy_folder.h"
@@ -19,37 +25,87 @@ constexpr int kExitDone = 0;
 constexpr int kExitJobFailed = 1;
 constexpr int kExitUsage = 2;
 
-const char kUsage[] =
-    "Usage: ferry2-cli [--legacy DIR] list locations|instruments\n"
-    "       ferry2-cli [--legacy DIR] import locations|instruments [--rows N[,N...]]\n"
-    "       ferry2-cli --help\n"
-    "\n"
+// The verbs, each with its synopsis and what it does; `--help` after a verb
+// prints that verb's part, `--help` alone all of them.
+struct Verb {
+    const char* name;
+    const char* synopsis;
+    const char* details;
+};
+
+constexpr Verb kVerbs[] = {
+    {"list", "ferry2-cli [--legacy DIR] list locations|instruments\n",
+     "  list locations|instruments\n"
+     "                 prints the rows of the Locations or Instruments page: a\n"
+     "                 header line, then a line a row with the row number (from\n"
+     "                 1, in file order), the row's default tick and the page's\n"
+     "                 columns, separated by tabs. In a name a tab is written\n"
+     "                 as \\t, a carriage return as \\r, a line feed as \\n, a\n"
+     "                 backslash as \\\\ and any other control byte as \\xNN.\n"},
+    {"import", "ferry2-cli [--legacy DIR] import locations|instruments [--rows N[,N...]]\n",
+     "  import locations\n"
+     "                 copies the ticked locations to user/loc.bin.\n"
+     "  import instruments\n"
+     "                 adds the ticked instruments to user/instr.bin, which must\n"
+     "                 exist, keeping the eyepieces that user/eyep.bin knows.\n"
+     "                 All rows are ticked unless --rows names the only rows to\n"
+     "                 tick.\n"
+     "  --rows N,...   row numbers as 'list' prints them.\n"
+     "\n"
+     "The job's details go to ferry2.log. Its final message is printed: its\n"
+     "title on one line, then its text. What the message does not say goes to\n"
+     "standard error, one line each:\n"
+     "  ferry2-cli: cannot read the Vesperal 1.x file PATH\n"
+     "                 missing, or too short for its header: the job stopped\n"
+     "                 without a message;\n"
+     "  ferry2-cli: cannot open the store PATH\n"
+     "                 the store could not be opened (the message is the error\n"
+     "                 form with zeros);\n"
+     "  ferry2-cli: N ticked row(s) could not be added (see ferry2.log)\n"
+     "                 rows whose add failed; rows already in the store are\n"
+     "                 not counted.\n"},
+};
+
+const char kAbout[] =
     "Moves observing locations and instruments from a Vesperal 1.x folder into\n"
-    "the Vesperal 2 data folder. Run it in the Vesperal 2 data folder: it resolves the data\n"
-    "folders from vesperal.ini there, as the window program does.\n"
-    "\n"
+    "the Vesperal 2 data folder. Run it in the Vesperal 2 data folder: it\n"
+    "resolves the data folders from vesperal.ini there, as the window program\n"
+    "does.\n";
+
+const char kCommonOptions[] =
     "  --legacy DIR   the Vesperal 1.x folder; without it, the folder last\n"
     "                 accepted (ferry2.ini). The folder must hold charts.bin;\n"
     "                 once accepted it is written to ferry2.ini.\n"
-    "  list locations|instruments\n"
-    "                 prints the rows of the Locations or Instruments page,\n"
-    "                 numbered from 1 in file order: row number, default tick,\n"
-    "                 the page's columns.\n"
-    "  import locations\n"
-    "                 copies the ticked locations to user/loc.bin.\n"
-    "  import instruments\n"
-    "                 adds the ticked instruments to user/instr.bin, which must\n"
-    "                 exist, keeping the eyepieces that user/eyep.bin knows.\n"
-    "                 All rows are ticked unless --rows names the only rows to\n"
-    "                 tick.\n"
-    "  --rows N,...   row numbers as 'list' prints them.\n"
+    "  --help         this text; after a verb, that verb's alone.\n";
+
+const char kOutputAndStatus[] =
+    "Names from the data files are Windows text (code page 1252); they are\n"
+    "printed as UTF-8 (on Windows, as the files hold them).\n"
     "\n"
-    "Details go to ferry2.log. The job's final message is printed: its title\n"
-    "on one line, then its text.\n"
-    "\n"
-    "Exit status: 0 when the job succeeded, 1 when it reported an error,\n"
-    "2 for a usage error or when start-up fails (data folders not found,\n"
-    "Vesperal 1.x folder not accepted).\n";
+    "Exit status: 0 when the rows were listed, or the job succeeded and every\n"
+    "ticked row was added or was already there; 1 when the Vesperal 1.x file\n"
+    "could not be read, the job ended with its error form, or a ticked row\n"
+    "could not be added; 2 for a usage error or when start-up fails (data\n"
+    "folders not found, Vesperal 1.x folder not accepted).\n";
+
+const Verb* FindVerb(const std::string& name) {
+    for (const Verb& v : kVerbs)
+        if (name == v.name) return &v;
+    return nullptr;
+}
+
+// The whole help, or one verb's when `verb` is given.
+void PrintUsage(FILE* out, const Verb* verb) {
+    for (const Verb& v : kVerbs) {
+        if (verb && verb != &v) continue;
+        std::fprintf(out, "%s%s", &v == kVerbs || verb ? "Usage: " : "       ", v.synopsis);
+    }
+    if (!verb) std::fputs("       ferry2-cli [VERB] --help\n", out);
+    std::fprintf(out, "\n%s\n%s\n", kAbout, kCommonOptions);
+    for (const Verb& v : kVerbs)
+        if (!verb || verb == &v) std::fputs(v.details, out);
+    std::fprintf(out, "\n%s", kOutputAndStatus);
+}
 
 struct Options {
     bool help = false;
@@ -98,33 +154,89 @@ bool ParseArgs(int argc, char** argv, Options& o) {
             words.push_back(a);
         }
     }
-    if (o.help) return true;
+    if (!words.empty()) o.verb = words[0];
+    if (o.help) return o.verb.empty() || FindVerb(o.verb);
     if (words.size() != 2) return false;
-    o.verb = words[0];
     o.subject = words[1];
     if (o.verb != "list" && o.verb != "import") return false;
     if (o.subject != "locations" && o.subject != "instruments") return false;
     return !(o.haveRows && o.verb != "import");
 }
 
+// Text from the data files as this system's terminals take it: UTF-8 on
+// POSIX; on Windows the console is left with the bytes the window shows.
+std::string Shown(std::string_view text) {
+#ifdef _WIN32
+    return std::string(text);
+#else
+    return WindowsTextToUtf8(text);
+#endif
+}
+
 // Message boxes become two lines on standard output: the title, then the text.
 void PrintMessage(const char* text, const char* title) {
-    std::string shown;
+    std::string plain;
     for (const char* p = text; *p; ++p)
-        if (!(p[0] == '\r' && p[1] == '\n')) shown += *p;
-    std::printf("%s\n%s\n", title, shown.c_str());
+        if (!(p[0] == '\r' && p[1] == '\n')) plain += *p;
+    std::printf("%s\n%s\n", Shown(title).c_str(), Shown(plain).c_str());
     std::fflush(stdout);
+}
+
+// One row of the page as a line: the row's fields escaped, then tabs between
+// them. The page's last columns are fixed words, so the name is everything
+// up to the tabs that part them, tabs of its own included.
+std::string RowLine(const std::string& text, size_t columnCount) {
+    std::vector<size_t> cuts;
+    for (size_t pos = text.size(); cuts.size() + 1 < columnCount;) {
+        const size_t tab = pos == 0 ? std::string::npos : text.rfind('\t', pos - 1);
+        if (tab == std::string::npos) break;
+        cuts.insert(cuts.begin(), tab);
+        pos = tab;
+    }
+    std::string line;
+    size_t from = 0;
+    for (const size_t cut : cuts) {
+        line += Shown(EscapeControlChars(std::string_view(text).substr(from, cut - from))) + '\t';
+        from = cut + 1;
+    }
+    return line + Shown(EscapeControlChars(std::string_view(text).substr(from)));
 }
 
 void PrintPage(const PageContent& page) {
     std::printf("Row\tTick\t%s\n", page.columns.c_str());
+    const size_t columnCount = 1 + std::count(page.columns.begin(), page.columns.end(), '\t');
     for (size_t i = 0; i < page.rows.size(); ++i) {
         const intptr_t index = page.rows[i].itemData;
         const int tick = page.hasTicks && index >= 0 && static_cast<size_t>(index) < page.ticks.size()
                              ? page.ticks[index]
                              : 0;
-        std::printf("%zu\t%d\t%s\n", i + 1, tick, page.rows[i].text.c_str());
+        std::printf("%zu\t%d\t%s\n", i + 1, tick, RowLine(page.rows[i].text, columnCount).c_str());
     }
+}
+
+// The legacy file behind a page; empty when it opens and its count reads.
+std::string UnreadableLegacyFile(bool instruments, const std::string& legacyRoot) {
+    if (instruments)
+        return OpenLegacyInstruments(legacyRoot, nullptr) ? "" : LegacyInstrumentsPath(legacyRoot);
+    return OpenLegacyLocations(legacyRoot, nullptr) ? "" : LegacyLocationsPath(legacyRoot);
+}
+
+void ReportUnreadable(const std::string& path) {
+    std::fprintf(stderr, "ferry2-cli: cannot read the Vesperal 1.x file %s\n", path.c_str());
+}
+
+// What the job's message leaves out, on standard error; the exit status.
+int ReportOutcome(int succeeded, const JobOutcome& outcome) {
+    if (!outcome.unreadableFile.empty()) {
+        ReportUnreadable(outcome.unreadableFile);
+        return kExitJobFailed;
+    }
+    if (!outcome.unopenedStore.empty())
+        std::fprintf(stderr, "ferry2-cli: cannot open the store %s\n", outcome.unopenedStore.c_str());
+    if (outcome.failedAdds > 0)
+        std::fprintf(stderr, "ferry2-cli: %d ticked %s could not be added (see ferry2.log)\n",
+                     outcome.failedAdds, outcome.failedAdds == 1 ? "row" : "rows");
+    return succeeded == 1 && outcome.failedAdds == 0 ? kExitDone : kExitJobFailed;
 }
 
 }  // namespace
@@ -132,11 +244,11 @@ void PrintPage(const PageContent& page) {
 int main(int argc, char** argv) {
     Options o;
     if (!ParseArgs(argc, argv, o)) {
-        std::fputs(kUsage, stderr);
+        PrintUsage(stderr, nullptr);
         return kExitUsage;
     }
     if (o.help) {
-        std::fputs(kUsage, stdout);
+        PrintUsage(stdout, o.verb.empty() ? nullptr : FindVerb(o.verb));
         return kExitDone;
     }
 
@@ -163,7 +275,10 @@ int main(int argc, char** argv) {
     FillPage(instruments ? kInstrumentsPage : kLocationsPage, host.legacyRoot, host.log, page);
     if (o.verb == "list") {
         PrintPage(page);
-        return kExitDone;
+        const std::string unreadable = UnreadableLegacyFile(instruments, host.legacyRoot);
+        if (unreadable.empty()) return kExitDone;
+        ReportUnreadable(unreadable);
+        return kExitJobFailed;
     }
     if (o.haveRows && !PageTickOnlyRows(page, o.rows)) {
         std::fprintf(stderr, "ferry2-cli: --rows names a row that is not on the page (%zu rows)\n",
@@ -171,6 +286,8 @@ int main(int argc, char** argv) {
         return kExitUsage;
     }
     host.ticks = [&page] { return page.Ticks(); };
+    JobOutcome outcome;
+    host.outcome = &outcome;
     const int succeeded = instruments ? ImportInstruments(host) : ImportLocations(host);
-    return succeeded == 1 ? kExitDone : kExitJobFailed;
+    return ReportOutcome(succeeded, outcome);
 }

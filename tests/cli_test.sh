@@ -31,6 +31,14 @@ cd "$work/vesperal2"
 run --help
 check "help exits 0" test "$rc" -eq 0
 check "help shows usage" grep -q "ferry2-cli \[--legacy DIR\] import locations|instruments" <<<"$out"
+for verb in list import; do
+    run "$verb" --help
+    check "$verb --help exits 0" test "$rc" -eq 0
+    check "$verb --help is that verb's" test "$(head -n 1 <<<"$out" | cut -d' ' -f5)" = "$verb" \
+        -a "$(grep -c '^Usage: \|^       ferry2-cli' <<<"$out")" -eq 1
+done
+run nosuchverb --help
+check "help of an unknown verb is a usage error" test "$rc" -eq 2
 
 run import
 check "missing subject is a usage error" test "$rc" -eq 2
@@ -91,6 +99,21 @@ check "job error exits 1" test "$rc" -eq 1
 check "error form" test "$out" = $'Ferry 2 Message\nAn error occurred during import. See the ferry2.log file for details.\nImported 0 of 3, 3 skipped'
 check "read error logged" test "$(tail -n 1 ferry2.log)" = "Location: error reading V1.x location database"
 
+# A legacy file that cannot be read at all: the job says nothing, the
+# command line says which file.
+rm ../legacy/loc.bin
+mkdir ../legacy/loc.bin
+lines_before=$(wc -l <ferry2.log)
+run import locations
+check "unreadable legacy file exits 1" test "$rc" -eq 1
+check "no message" test -z "$out"
+check "unreadable file named" test "$(cat "$work/stderr")" = "ferry2-cli: cannot read the Vesperal 1.x file ../legacy/loc.bin"
+check "nothing logged" test "$(wc -l <ferry2.log)" -eq "$lines_before"
+run list locations
+check "list of an unreadable file exits 1" test "$rc" -eq 1
+check "header only" test "$out" = $'Row\tTick\tObserving Location'
+check "list names the file" test "$(cat "$work/stderr")" = "ferry2-cli: cannot read the Vesperal 1.x file ../legacy/loc.bin"
+
 # Instruments: the page's rows, then the import against the seeded pool.
 u16() { od -An -tu2 -j "$2" -N2 "$1" | tr -d ' '; }
 run list instruments
@@ -114,6 +137,43 @@ run import instruments --rows 6
 check "missing store exits 1" test "$rc" -eq 1
 check "missing store error form" test "$out" = $'Ferry 2 Message\nAn error occurred during import. See the ferry2.log file for details.\nImported 0 of 0, 0 skipped'
 check "missing store not made" test ! -e user/instr.bin
+check "missing store named" test "$(cat "$work/stderr")" = "ferry2-cli: cannot open the store user/instr.bin"
+
+# Names with control characters and Windows-1252 letters, written by hand:
+# an i16 count, then 135-byte records with the name at offset 99.
+location() {  # location NAME_FORMAT
+    local length
+    length=$(printf "$1" | wc -c)
+    head -c 99 /dev/zero
+    printf "$1"
+    head -c $((36 - length)) /dev/zero
+}
+mkdir ../odd
+printf '\0\0' >../odd/charts.bin
+{ printf '\x03\x00'; location 'Tab\tStop\\1'; location "Pic du Midi d'Ossau \xE9"; location '45\xB0N\r\nTwo'; } >../odd/loc.bin
+run --legacy ../odd list locations
+check "odd names listed" test "$rc" -eq 0 -a "$(wc -l <<<"$out")" -eq 4
+check "tab and backslash escaped" test "$(sed -n 2p <<<"$out")" = $'1\t1\tTab\\tStop\\\\1'
+check "Latin-1 letter as UTF-8" test "$(sed -n 3p <<<"$out")" = $'2\t1\tPic du Midi d\'Ossau \xc3\xa9'
+check "line ends escaped, degree sign as UTF-8" test "$(sed -n 4p <<<"$out")" = $'3\t1\t45\xc2\xb0N\\r\\nTwo'
+run import locations --rows 2
+run import locations --rows 2
+check "the log keeps the file's bytes" \
+    test "$(tail -n 1 ferry2.log)" = $'Location: Warning Pic du Midi d\'Ossau \xe9 already exists (not added)'
+
+# A store that takes no writes: each add fails, and the status says so.
+if [ -c /dev/full ]; then
+    mv user/loc.bin user/loc.keep
+    ln -s /dev/full user/loc.bin
+    run import locations --rows 1,3
+    check "failed adds exit 1" test "$rc" -eq 1
+    check "failed adds are skipped, not counted" test "$out" = $'Ferry 2 Message\nImported 0 of 0, 2 skipped'
+    check "failed adds counted on stderr" \
+        test "$(cat "$work/stderr")" = "ferry2-cli: 2 ticked rows could not be added (see ferry2.log)"
+    check "failed adds logged" test "$(tail -n 1 ferry2.log)" = "Location: error adding new location"
+    rm user/loc.bin
+    mv user/loc.keep user/loc.bin
+fi
 
 echo "cli: $passes passed, $failures failed"
 test "$failures" -eq 0
