@@ -28,6 +28,16 @@ inline uint32_t GetU32(const uint8_t* p) {
 inline void PutU32(uint8_t* p, uint32_t v) {
     for (int i = 0; i < 4; ++i) p[i] = static_cast<uint8_t>(v >> (8 * i));
 }
+// Three-byte numbers, as the catalogue indexes keep star and object numbers.
+// Writing keeps the low 24 bits of the value.
+inline uint32_t GetU24(const uint8_t* p) {
+    return static_cast<uint32_t>(p[0]) | (static_cast<uint32_t>(p[1]) << 8) |
+           (static_cast<uint32_t>(p[2]) << 16);
+}
+inline void PutU24(uint8_t* p, uint32_t v) {
+    for (int i = 0; i < 3; ++i) p[i] = static_cast<uint8_t>(v >> (8 * i));
+}
+
 inline int32_t GetI32(const uint8_t* p) { return static_cast<int32_t>(GetU32(p)); }
 inline void PutI32(uint8_t* p, int32_t v) { PutU32(p, static_cast<uint32_t>(v)); }
 
