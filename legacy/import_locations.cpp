@@ -51,7 +51,9 @@ int ImportLocations(const JobHost& host) {
     if (!legacy) return 0;
 
     int storeCount = 0;
-    FilePtr store = LocationStoreOpen(&storeCount);
+    StoreDamage damage = StoreDamage::kNone;
+    FilePtr store = LocationStoreOpen(&storeCount, &damage);
+    LogStoreDamage(host, "Location", kLocationStorePath, damage);
     return RunTickedImport(host, legacy.get(), count, store.get(), "Location: Internal error\n",
                            CopyTickedLocations);
 }

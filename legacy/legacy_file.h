@@ -7,10 +7,12 @@
 #include "base/record_layout.h"
 
 // Opens <legacyRoot>/<name> read-only and reads its count; null when either
-// fails. The stream is left on the first byte behind the count.
+// fails. Only a regular file opens: a folder, a device or a pipe in its
+// place counts as a file that cannot be opened. The stream is left on the
+// first byte behind the count.
 inline FilePtr OpenLegacyCountedFile(const std::string& legacyRoot, const char* name, int* countOut) {
     const std::string path = legacyRoot + "/" + name;
-    FilePtr f = OpenFile(path.c_str(), "rb");
+    FilePtr f = OpenRegularFile(path.c_str(), "rb");
     int count = 0;
     if (!f || !ReadCount16(f.get(), &count)) return nullptr;
     if (countOut) *countOut = count;

@@ -2,10 +2,10 @@
 
 FilePtr OpenLegacyInstruments(const std::string& legacyRoot, int* countOut) {
     const std::string path = legacyRoot + "/instr.bin";
-    FilePtr f = OpenFile(path.c_str(), "rb");
+    FilePtr f = OpenRegularFile(path.c_str(), "rb");
     if (!f) return nullptr;
     uint8_t head[4];
-    if (std::fread(head, 1, sizeof head, f.get()) != sizeof head) return nullptr;
+    if (FileRead(head, sizeof head, f.get()) != sizeof head) return nullptr;
     if (countOut) *countOut = le::GetU16(head + 2);
     return f;
 }

@@ -233,7 +233,7 @@ TEST_F(ImportInstrumentsTest, MissingPoolSeedStopsTheJobAtTheFirstEyepiece) {
     EXPECT_STREQ(reinterpret_cast<const char*>(&StoredRecord(0)[8718]), "No Eyepieces");
 }
 
-TEST_F(ImportInstrumentsTest, PoolShorterThanItsCountIsAReadError) {
+TEST_F(ImportInstrumentsTest, PoolShorterThanItsCountIsDamaged) {
     Bytes pool = PoolBytes(3, {{"Plossl 25mm", 25.0f, 52.0f, 1}});
     pool[2] = 2;
     WriteFileBytes("user/eyep.bin", pool);
@@ -242,7 +242,9 @@ TEST_F(ImportInstrumentsTest, PoolShorterThanItsCountIsAReadError) {
     WriteFileBytes("legacy/instr.bin", LegacyFile({in}));
     EXPECT_EQ(RunAll(1), 0);
     EXPECT_EQ(OnlyMessage(), Error("Imported 0 of 0, 0 skipped"));
-    EXPECT_EQ(ReadFileText("ferry2.log"), "Instrument: error reading eyepiece pool\n");
+    EXPECT_EQ(ReadFileText("ferry2.log"),
+              "Instrument: user/eyep.bin is damaged "
+              "(its count promises more records than the file holds)\n");
     EXPECT_EQ(StoredCount(), 0);
 }
 
