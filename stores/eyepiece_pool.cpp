@@ -39,9 +39,10 @@ FilePtr EyepiecePoolOpen(StoreDamage* damageOut) {
     // The copy's result is not looked at: the open below decides.
     if (!FileExists(kEyepiecePoolPath)) CopyFileTo(kEyepieceSeedPath, kEyepiecePoolPath);
     FilePtr f = OpenRegularFile(kEyepiecePoolPath, "r+b");
-    // A pool without a whole header opens; its header read fails later.
+    // A pool too short for a header opens; its header read fails later.
+    if (!f || StreamSize(f.get()) < kIdHeaderSize) return f;
     IdHeader h;
-    if (!f || !ReadIdHeader(f.get(), h)) return f;
+    if (!ReadIdHeader(f.get(), h)) return nullptr;
     const StoreDamage damage = IdCheckCount<EyepieceRecordLayout>(f.get(), h);
     if (damage == StoreDamage::kNone) return f;
     if (damageOut) *damageOut = damage;
