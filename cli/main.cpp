@@ -9,6 +9,7 @@
 #include "legacy/import_instruments.h"
 #include "legacy/import_locations.h"
 #include "shell/data_roots.h"
+#include "shell/folder_check.h"
 #include "shell/import_log.h"
 #include "shell/legacy_folder.h"
 #include "shell/page_content.h"
@@ -22,6 +23,7 @@ constexpr int kExitUsage = 2;
 const char kUsage[] =
     "Usage: ferry2-cli [--legacy DIR] list locations|instruments\n"
     "       ferry2-cli [--legacy DIR] import locations|instruments [--rows N[,N...]]\n"
+    "       ferry2-cli [--legacy DIR] check\n"
     "       ferry2-cli --help\n"
     "\n"
     "Moves observing locations and instruments from a Vesperal 1.x folder into\n"
@@ -50,6 +52,19 @@ const char kUsage[] =
     "Exit status: 0 when the job succeeded, 1 when it reported an error,\n"
     "2 for a usage error or when start-up fails (data folders not found,\n"
     "Vesperal 1.x folder not accepted).\n";
+
+const char kCheckUsage[] =
+    "Usage: ferry2-cli [--legacy DIR] check\n"
+    "\n"
+    "Reads the stores of the Vesperal 2 data folder (user/loc.bin,\n"
+    "user/observer.bin, user/instr.bin, user/eyep.bin) and the files of the\n"
+    "Vesperal 1.x folder that the import pages read, and prints one line per\n"
+    "problem, naming the file: a count beyond the end of the file or out of\n"
+    "range, a name without its terminating NUL, a folder or device in place of\n"
+    "a file. Prints ok when there is none. Writes nothing.\n"
+    "\n"
+    "Exit status: 0 when all is well, 1 when a problem was found, 2 for a\n"
+    "usage error.\n";
 
 struct Options {
     bool help = false;
@@ -98,6 +113,10 @@ bool ParseArgs(int argc, char** argv, Options& o) {
             words.push_back(a);
         }
     }
+    if (!words.empty() && words[0] == "check") {
+        o.verb = words[0];
+        return words.size() == 1 && !o.haveRows;
+    }
     if (o.help) return true;
     if (words.size() != 2) return false;
     o.verb = words[0];
@@ -127,6 +146,27 @@ void PrintPage(const PageContent& page) {
     }
 }
 
+// The folder check: the version 1.x folder as for the jobs, but taken as it
+// is, since the check writes nothing (not even ferry2.ini).
+int RunCheck(const Options& o) {
+    if (o.help) {
+        std::fputs(kCheckUsage, stdout);
+        return kExitDone;
+    }
+    std::string folder = kDefaultLegacyFolder;
+    if (o.haveLegacy)
+        folder = o.legacy;
+    else
+        ReadFerryIni(folder);
+    std::vector<std::string> problems;
+    if (CheckFolders(folder, problems)) {
+        std::puts("ok");
+        return kExitDone;
+    }
+    for (const std::string& line : problems) std::puts(line.c_str());
+    return kExitJobFailed;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -135,6 +175,7 @@ int main(int argc, char** argv) {
         std::fputs(kUsage, stderr);
         return kExitUsage;
     }
+    if (o.verb == "check") return RunCheck(o);
     if (o.help) {
         std::fputs(kUsage, stdout);
         return kExitDone;

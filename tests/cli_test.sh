@@ -115,5 +115,19 @@ check "missing store exits 1" test "$rc" -eq 1
 check "missing store error form" test "$out" = $'Ferry 2 Message\nAn error occurred during import. See the ferry2.log file for details.\nImported 0 of 0, 0 skipped'
 check "missing store not made" test ! -e user/instr.bin
 
+# The folder check, on fresh sample folders: ok, then a count past the end
+# of a store, named with its file; it writes nothing.
+"$make_sample" "$work/fresh" >/dev/null || { echo "make-sample failed" >&2; exit 1; }
+cd "$work/fresh/vesperal2"
+run --legacy ../legacy check
+check "check on sound folders exits 0" test "$rc" -eq 0
+check "check prints ok" test "$out" = "ok"
+printf '\x00\x7f' | dd of=user/loc.bin bs=1 seek=0 conv=notrunc 2>/dev/null
+before=$(md5sum user/loc.bin)
+run --legacy ../legacy check
+check "check on a damaged store exits 1" test "$rc" -eq 1
+check "check names the damaged store" test "$out" = "user/loc.bin: damaged (its count promises more records than the file holds)"
+check "check writes nothing" test "$(md5sum user/loc.bin)" = "$before"
+
 echo "cli: $passes passed, $failures failed"
 test "$failures" -eq 0
