@@ -9,6 +9,7 @@
 
 #include "base/file_utils.h"
 #include "base/record_layout.h"
+#include "base/store_damage.h"
 
 inline constexpr long kCountedHeaderSize = 2;
 inline constexpr int kCountedMaxRecords = 32767;
@@ -29,16 +30,21 @@ inline int CountedWriteCount(FILE* stream, int count) {
 }
 
 // Opens the file for update; a missing file (or one without a whole count)
-// becomes an empty one. Null when it can be neither opened nor made.
-FilePtr CountedOpen(const char* path, int* countOut);
+// becomes an empty one. Null when it can be neither opened nor made, when
+// the path is no regular file, or when the store is damaged; then
+// `damageOut`, when given, tells why (kNone for the other failures).
+FilePtr CountedOpen(const char* path, size_t recordSize, int* countOut,
+                    StoreDamage* damageOut = nullptr);
 
 // Writes the record first and the count last, so a failure leaves the list
-// as it was.
+// as it was. A store whose count runs past its end is not added to.
 template <class Layout, class R>
 int CountedAdd(FILE* stream, const R& record) {
     int count = 0;
     if (!CountedReadCount(stream, &count)) return 0;
     if (count < 0 || count >= kCountedMaxRecords) return 0;
+    if (CheckStreamCount(stream, kCountedHeaderSize, Layout::kSize, count) != StoreDamage::kNone)
+        return 0;
     if (std::fseek(stream, CountedOffset<Layout>(count), SEEK_SET) != 0) return 0;
     if (!WriteRecord<Layout>(stream, record)) return 0;
     if (!CountedWriteCount(stream, count + 1)) return 0;

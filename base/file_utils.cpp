@@ -4,7 +4,17 @@
 #include <string>
 #include <vector>
 
+#include "base/file_io.h"
 #include "base/platform.h"
+
+FilePtr OpenRegularFile(const char* path, const char* mode) {
+    if (!platform::IsRegularFile(path)) return nullptr;
+    return OpenFile(path, mode);
+}
+
+bool IsOddFile(const char* path) {
+    return platform::PathExists(path) && !platform::IsRegularFile(path);
+}
 
 bool FileExists(const char* path) { return platform::PathExists(path); }
 
@@ -14,24 +24,36 @@ uint64_t FileSize(const char* path) {
     return size;
 }
 
-int CopyFileTo(const char* source, const char* target) {
-    const uint64_t size = FileSize(source);
-    if (size == 0) return 2;
+namespace {
+
+int CopyOpenFile(FILE* in, FILE* out, uint64_t size) {
     const size_t block = size < 4096 ? static_cast<size_t>(size) : 4096;
-    FilePtr in = OpenFile(source, "rb");
-    if (!in) return 0;
-    FilePtr out = OpenFile(target, "wb");
-    if (!out) return 0;
     std::vector<char> buffer(block + 1);
     uint64_t left = size;
     while (left > 0) {
         const size_t n = left < block ? static_cast<size_t>(left) : block;
-        if (std::fread(buffer.data(), 1, n, in.get()) != n) return 0;
-        if (std::fwrite(buffer.data(), 1, n, out.get()) != n) return 0;
+        if (FileRead(buffer.data(), n, in) != n) return 0;
+        if (FileWrite(buffer.data(), n, out) != n) return 0;
         left -= n;
     }
-    FILE* raw = out.release();
-    return std::fclose(raw) == 0 ? 1 : 0;
+    return 1;
+}
+
+}  // namespace
+
+int CopyFileTo(const char* source, const char* target) {
+    const uint64_t size = FileSize(source);
+    if (size == 0) return 2;
+    FilePtr in = OpenFile(source, "rb");
+    if (!in) return 0;
+    FilePtr out = OpenFile(target, "wb");
+    if (!out) return 0;
+    // A part copy (a full disk) must not stand for the file: remove it.
+    const int copied = CopyOpenFile(in.get(), out.get(), size);
+    const int closed = std::fclose(out.release()) == 0;
+    if (copied && closed) return 1;
+    platform::RemoveFile(target);
+    return 0;
 }
 
 int MakeFolder(const char* path) {

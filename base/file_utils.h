@@ -17,6 +17,13 @@ inline FilePtr OpenFile(const char* path, const char* mode) {
     return FilePtr(std::fopen(path, mode));
 }
 
+// Opens only a regular file: a folder, a device or a pipe gives null, as a
+// missing file does.
+FilePtr OpenRegularFile(const char* path, const char* mode);
+
+// True when the path exists but is no regular file.
+bool IsOddFile(const char* path);
+
 // True when the path can be accessed; existence only.
 bool FileExists(const char* path);
 
@@ -25,7 +32,7 @@ bool FileExists(const char* path);
 uint64_t FileSize(const char* path);
 
 // 2 when the source is empty or missing (nothing done, no target made),
-// 0 on any failure, 1 when copied.
+// 0 on any failure, 1 when copied. A failed copy leaves no target behind.
 int CopyFileTo(const char* source, const char* target);
 
 // 1 when the folder exists already or could be made, else 0.

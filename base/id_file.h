@@ -7,7 +7,9 @@
 
 #include "base/file_utils.h"
 #include "base/le_bytes.h"
+#include "base/file_io.h"
 #include "base/record_layout.h"
+#include "base/store_damage.h"
 
 inline constexpr long kIdHeaderSize = 4;
 
@@ -18,7 +20,7 @@ struct IdHeader {
 
 inline int ReadIdHeader(FILE* stream, IdHeader& h) {
     uint8_t b[kIdHeaderSize];
-    if (std::fseek(stream, 0, SEEK_SET) != 0 || std::fread(b, 1, sizeof b, stream) != sizeof b)
+    if (std::fseek(stream, 0, SEEK_SET) != 0 || FileRead(b, sizeof b, stream) != sizeof b)
         return 0;
     h.nextId = le::GetU16(b);
     h.count = le::GetU16(b + 2);
@@ -30,11 +32,31 @@ inline int WriteIdHeader(FILE* stream, const IdHeader& h) {
     le::PutU16(b, static_cast<uint16_t>(h.nextId));
     le::PutU16(b + 2, static_cast<uint16_t>(h.count));
     if (std::fseek(stream, 0, SEEK_SET) != 0) return 0;
-    return std::fwrite(b, 1, sizeof b, stream) == sizeof b ? 1 : 0;
+    return FileWrite(b, sizeof b, stream) == sizeof b ? 1 : 0;
 }
 
 // Whether another id and another record still fit the u16 fields.
 inline bool IdHeaderHasRoom(const IdHeader& h) { return h.nextId < 0xFFFF && h.count < 0xFFFF; }
+
+// Whether the records the header counts all lie inside the file.
+template <class Layout>
+StoreDamage IdCheckCount(FILE* stream, const IdHeader& h) {
+    return CheckStreamCount(stream, kIdHeaderSize, Layout::kSize, h.count);
+}
+
+// Opens an existing file for update and reads its header. Null when the
+// file is missing, no regular file or without a whole header, and when it
+// is damaged; then `damageOut`, when given, tells why.
+template <class Layout>
+FilePtr IdOpen(const char* path, IdHeader& h, StoreDamage* damageOut) {
+    if (damageOut) *damageOut = StoreDamage::kNone;
+    FilePtr f = OpenRegularFile(path, "r+b");
+    if (!f || !ReadIdHeader(f.get(), h)) return nullptr;
+    const StoreDamage damage = IdCheckCount<Layout>(f.get(), h);
+    if (damage == StoreDamage::kNone) return f;
+    if (damageOut) *damageOut = damage;
+    return nullptr;
+}
 
 template <class Layout>
 long IdRecordOffset(int index) {

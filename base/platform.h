@@ -20,6 +20,10 @@ PathExistsFn SetPathExistsOverride(PathExistsFn fn);
 // opened that way (missing, a folder, no access).
 bool SharedReadFileSize(const char* path, uint64_t* sizeOut);
 
+// True when the path names a regular file: not a folder, a device or a
+// pipe, which would read without end or block.
+bool IsRegularFile(const char* path);
+
 bool CreateFolder(const char* path);
 bool RemoveFolder(const char* path);
 bool RemoveFile(const char* path);

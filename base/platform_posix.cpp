@@ -22,6 +22,11 @@ bool SharedReadFileSize(const char* path, uint64_t* sizeOut) {
     return true;
 }
 
+bool IsRegularFile(const char* path) {
+    struct stat st;
+    return ::stat(path, &st) == 0 && S_ISREG(st.st_mode);
+}
+
 bool CreateFolder(const char* path) { return ::mkdir(path, 0777) == 0; }
 bool RemoveFolder(const char* path) { return ::rmdir(path) == 0; }
 bool RemoveFile(const char* path) { return ::unlink(path) == 0; }

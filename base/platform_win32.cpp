@@ -20,6 +20,12 @@ bool SharedReadFileSize(const char* path, uint64_t* sizeOut) {
     return true;
 }
 
+bool IsRegularFile(const char* path) {
+    const DWORD attributes = GetFileAttributesA(path);
+    if (attributes == INVALID_FILE_ATTRIBUTES) return false;
+    return (attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_DEVICE)) == 0;
+}
+
 bool CreateFolder(const char* path) { return CreateDirectoryA(path, nullptr) != 0; }
 bool RemoveFolder(const char* path) { return RemoveDirectoryA(path) != 0; }
 bool RemoveFile(const char* path) { return DeleteFileA(path) != 0; }

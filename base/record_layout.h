@@ -38,6 +38,7 @@
 #include <cstring>
 #include <limits>
 
+#include "base/file_io.h"
 #include "base/le_bytes.h"
 
 // The little-endian word under a run of bit fields.
@@ -243,7 +244,7 @@ std::array<uint8_t, Layout::kSize> RecordImage(const R& record) {
 template <class Layout, class R>
 int ReadRecord(FILE* stream, R& record) {
     std::array<uint8_t, Layout::kSize> image;
-    if (std::fread(image.data(), 1, image.size(), stream) != image.size()) return 0;
+    if (FileRead(image.data(), image.size(), stream) != image.size()) return 0;
     DecodeRecord<Layout>(image.data(), record);
     return 1;
 }
@@ -251,13 +252,13 @@ int ReadRecord(FILE* stream, R& record) {
 template <class Layout, class R>
 int WriteRecord(FILE* stream, const R& record) {
     const auto image = RecordImage<Layout>(record);
-    return std::fwrite(image.data(), 1, image.size(), stream) == image.size() ? 1 : 0;
+    return FileWrite(image.data(), image.size(), stream) == image.size() ? 1 : 0;
 }
 
 // The i16 record count that heads most of the user files.
 inline int ReadCount16(FILE* stream, int* countOut) {
     uint8_t b[2];
-    if (std::fread(b, 1, 2, stream) != 2) return 0;
+    if (FileRead(b, 2, stream) != 2) return 0;
     *countOut = le::GetI16(b);
     return 1;
 }
@@ -265,7 +266,7 @@ inline int ReadCount16(FILE* stream, int* countOut) {
 inline int WriteCount16(FILE* stream, int count) {
     uint8_t b[2];
     le::PutI16(b, static_cast<int16_t>(count));
-    return std::fwrite(b, 1, 2, stream) == 2 ? 1 : 0;
+    return FileWrite(b, 2, stream) == 2 ? 1 : 0;
 }
 
 // Lays one record inside another: every field of the inner layout lands

@@ -15,6 +15,7 @@
 #include "legacy/legacy_instruments.h"
 #include "legacy/legacy_locations.h"
 #include "shell/data_roots.h"
+#include "shell/folder_check.h"
 #include "shell/import_log.h"
 #include "shell/legacy_folder.h"
 #include "shell/page_content.h"
@@ -64,6 +65,16 @@ constexpr Verb kVerbs[] = {
      "  ferry2-cli: N ticked row(s) could not be added (see ferry2.log)\n"
      "                 rows whose add failed; rows already in the store are\n"
      "                 not counted.\n"},
+    {"check", "ferry2-cli [--legacy DIR] check\n",
+     "  check          reads the stores of the Vesperal 2 data folder\n"
+     "                 (user/loc.bin, user/observer.bin, user/instr.bin,\n"
+     "                 user/eyep.bin) and the files of the Vesperal 1.x folder\n"
+     "                 that the import pages read, and prints one line per\n"
+     "                 problem, naming the file: a count beyond the end of the\n"
+     "                 file or out of range, a name without its terminating\n"
+     "                 NUL, a folder or device in place of a file. Prints ok\n"
+     "                 when there is none. Writes nothing, not even ferry2.ini;\n"
+     "                 exits 1 when it found a problem.\n"},
 };
 
 const char kAbout[] =
@@ -106,6 +117,7 @@ void PrintUsage(FILE* out, const Verb* verb) {
         if (!verb || verb == &v) std::fputs(v.details, out);
     std::fprintf(out, "\n%s", kOutputAndStatus);
 }
+
 
 struct Options {
     bool help = false;
@@ -156,6 +168,7 @@ bool ParseArgs(int argc, char** argv, Options& o) {
     }
     if (!words.empty()) o.verb = words[0];
     if (o.help) return o.verb.empty() || FindVerb(o.verb);
+    if (o.verb == "check") return words.size() == 1 && !o.haveRows;
     if (words.size() != 2) return false;
     o.subject = words[1];
     if (o.verb != "list" && o.verb != "import") return false;
@@ -239,6 +252,23 @@ int ReportOutcome(int succeeded, const JobOutcome& outcome) {
     return succeeded == 1 && outcome.failedAdds == 0 ? kExitDone : kExitJobFailed;
 }
 
+// The folder check: the version 1.x folder as for the jobs, but taken as it
+// is, since the check writes nothing (not even ferry2.ini).
+int RunCheck(const Options& o) {
+    std::string folder = kDefaultLegacyFolder;
+    if (o.haveLegacy)
+        folder = o.legacy;
+    else
+        ReadFerryIni(folder);
+    std::vector<std::string> problems;
+    if (CheckFolders(folder, problems)) {
+        std::puts("ok");
+        return kExitDone;
+    }
+    for (const std::string& line : problems) std::puts(line.c_str());
+    return kExitJobFailed;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -251,6 +281,7 @@ int main(int argc, char** argv) {
         PrintUsage(stdout, o.verb.empty() ? nullptr : FindVerb(o.verb));
         return kExitDone;
     }
+    if (o.verb == "check") return RunCheck(o);
 
     if (!ResolveDataRoots("vesperal")) {
         PrintMessage(kDataRootsMissingText, kDataRootsMissingTitle);

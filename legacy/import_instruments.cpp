@@ -23,9 +23,13 @@ enum class PoolMatch { kFound, kNotFound, kPoolError };
 // Looks the slot up in the pool by name, then by optics; the slot's name
 // loses its trailing blanks on the way.
 PoolMatch FindInPool(const JobHost& host, EyepieceSlot& slot, int* poolIdOut) {
-    FilePtr pool = EyepiecePoolOpen();
+    StoreDamage damage = StoreDamage::kNone;
+    FilePtr pool = EyepiecePoolOpen(&damage);
     if (!pool) {
-        LogPrintf(host.log, "Instrument: error opening eyepiece pool\n");
+        if (damage != StoreDamage::kNone)
+            LogStoreDamage(host, "Instrument", kEyepiecePoolPath, damage);
+        else
+            LogPrintf(host.log, "Instrument: error opening eyepiece pool\n");
         return PoolMatch::kPoolError;
     }
     int nextId = 0;
@@ -184,8 +188,10 @@ int ImportInstruments(const JobHost& host) {
     // The store is not made here: a version 2 folder without one gets the
     // error message.
     int storeCount = 0;
-    FilePtr store = InstrumentStoreOpen(&storeCount);
-    if (!store) NoteUnopenedStore(host, kInstrumentStorePath);
+    StoreDamage damage = StoreDamage::kNone;
+    FilePtr store = InstrumentStoreOpen(&storeCount, &damage);
+    LogStoreDamage(host, "Instrument", kInstrumentStorePath, damage);
+    if (!store && damage == StoreDamage::kNone) NoteUnopenedStore(host, kInstrumentStorePath);
     return RunTickedImport(host, legacy.get(), count, store.get(), "Instrument: Internal error\n",
                            CopyTickedInstruments);
 }

@@ -55,8 +55,10 @@ int ImportLocations(const JobHost& host) {
     }
 
     int storeCount = 0;
-    FilePtr store = LocationStoreOpen(&storeCount);
-    if (!store) NoteUnopenedStore(host, kLocationStorePath);
+    StoreDamage damage = StoreDamage::kNone;
+    FilePtr store = LocationStoreOpen(&storeCount, &damage);
+    LogStoreDamage(host, "Location", kLocationStorePath, damage);
+    if (!store && damage == StoreDamage::kNone) NoteUnopenedStore(host, kLocationStorePath);
     return RunTickedImport(host, legacy.get(), count, store.get(), "Location: Internal error\n",
                            CopyTickedLocations);
 }

@@ -15,6 +15,12 @@ void ShowImportResult(const JobHost& host, int succeeded, const ImportCounters& 
     ShowJobMessage(host, text, kFerryMessageTitle);
 }
 
+void LogStoreDamage(const JobHost& host, const char* subject, const char* path,
+                    StoreDamage damage) {
+    if (damage == StoreDamage::kNone) return;
+    LogPrintf(host.log, "%s: %s is damaged (%s)\n", subject, path, StoreDamageText(damage));
+}
+
 int RunTickedImport(const JobHost& host, FILE* legacy, int count, FILE* store,
                     const char* internalErrorLine, CopyTickedRecords copy) {
     ImportCounters c;

@@ -4,6 +4,7 @@
 
 #include <cstdio>
 
+#include "base/store_damage.h"
 #include "legacy/job_host.h"
 
 struct ImportCounters {
@@ -15,6 +16,11 @@ struct ImportCounters {
 // "Imported %d of %d, %d skipped", with the error preface when the job did
 // not succeed, under the program's message title.
 void ShowImportResult(const JobHost& host, int succeeded, const ImportCounters& c);
+
+// When a store did not open for damage, logs one line that names it:
+// "<subject>: <path> is damaged (<reason>)\n". Nothing for other failures.
+void LogStoreDamage(const JobHost& host, const char* subject, const char* path,
+                    StoreDamage damage);
 
 // Copies the ticked records of an open legacy file into an open store; 1
 // when the job ran to the end.

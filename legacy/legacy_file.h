@@ -11,9 +11,11 @@ inline std::string LegacyFilePath(const std::string& legacyRoot, const char* nam
 }
 
 // Opens <legacyRoot>/<name> read-only and reads its count; null when either
-// fails. The stream is left on the first byte behind the count.
+// fails. Only a regular file opens: a folder, a device or a pipe in its
+// place counts as a file that cannot be opened. The stream is left on the
+// first byte behind the count.
 inline FilePtr OpenLegacyCountedFile(const std::string& legacyRoot, const char* name, int* countOut) {
-    FilePtr f = OpenFile(LegacyFilePath(legacyRoot, name).c_str(), "rb");
+    FilePtr f = OpenRegularFile(LegacyFilePath(legacyRoot, name).c_str(), "rb");
     int count = 0;
     if (!f || !ReadCount16(f.get(), &count)) return nullptr;
     if (countOut) *countOut = count;

@@ -5,10 +5,10 @@ std::string LegacyInstrumentsPath(const std::string& legacyRoot) {
 }
 
 FilePtr OpenLegacyInstruments(const std::string& legacyRoot, int* countOut) {
-    FilePtr f = OpenFile(LegacyInstrumentsPath(legacyRoot).c_str(), "rb");
+    FilePtr f = OpenRegularFile(LegacyInstrumentsPath(legacyRoot).c_str(), "rb");
     if (!f) return nullptr;
     uint8_t head[4];
-    if (std::fread(head, 1, sizeof head, f.get()) != sizeof head) return nullptr;
+    if (FileRead(head, sizeof head, f.get()) != sizeof head) return nullptr;
     if (countOut) *countOut = le::GetU16(head + 2);
     return f;
 }

@@ -13,7 +13,7 @@ struct ListRow {
 
 int ReadListRow(FILE* stream, ListRow& row) {
     uint8_t b[kLegacyListRowSize];
-    if (std::fread(b, 1, sizeof b, stream) != sizeof b) return 0;
+    if (FileRead(b, sizeof b, stream) != sizeof b) return 0;
     std::memcpy(row.name, b, sizeof row.name);
     row.name[sizeof row.name - 1] = '\0';
     row.objectCount = le::GetU16(b + 33);
@@ -55,7 +55,7 @@ FilePtr OpenLegacyList(const std::string& legacyRoot, int index, int* countOut) 
     char name[32];
     std::snprintf(name, sizeof name, "/obs.%03d", index);
     const std::string path = legacyRoot + name;
-    FilePtr list = OpenFile(path.c_str(), "rb");
+    FilePtr list = OpenRegularFile(path.c_str(), "rb");
     if (!list || std::fseek(list.get(), kLegacyListHeaderSize, SEEK_SET) != 0) return nullptr;
     if (countOut) *countOut = r.objectCount;
     return list;

@@ -33,11 +33,20 @@ int Close(FilePtr& f) { return std::fclose(f.release()) == 0 ? 1 : 0; }
 
 }  // namespace
 
-FilePtr EyepiecePoolOpen() {
+FilePtr EyepiecePoolOpen(StoreDamage* damageOut) {
+    if (damageOut) *damageOut = StoreDamage::kNone;
     MakeFolder("user");
     // The copy's result is not looked at: the open below decides.
     if (!FileExists(kEyepiecePoolPath)) CopyFileTo(kEyepieceSeedPath, kEyepiecePoolPath);
-    return OpenFile(kEyepiecePoolPath, "r+b");
+    FilePtr f = OpenRegularFile(kEyepiecePoolPath, "r+b");
+    // A pool too short for a header opens; its header read fails later.
+    if (!f || StreamSize(f.get()) < kIdHeaderSize) return f;
+    IdHeader h;
+    if (!ReadIdHeader(f.get(), h)) return nullptr;
+    const StoreDamage damage = IdCheckCount<EyepieceRecordLayout>(f.get(), h);
+    if (damage == StoreDamage::kNone) return f;
+    if (damageOut) *damageOut = damage;
+    return nullptr;
 }
 
 int EyepiecePoolReadHeader(FILE* stream, int* nextIdOut, int* countOut) {
@@ -109,7 +118,7 @@ int EyepieceDelete(int index) {
     }
     uint8_t count[2];
     le::PutU16(count, static_cast<uint16_t>(h.count - 1));
-    if (std::fseek(f.get(), 2, SEEK_SET) != 0 || std::fwrite(count, 1, 2, f.get()) != 2) return 0;
+    if (std::fseek(f.get(), 2, SEEK_SET) != 0 || FileWrite(count, 2, f.get()) != 2) return 0;
     return Close(f);
 }
 

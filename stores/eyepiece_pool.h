@@ -7,6 +7,7 @@
 #include <cstdio>
 
 #include "base/file_utils.h"
+#include "base/store_damage.h"
 #include "stores/instrument_records.h"
 
 inline constexpr const char* kEyepiecePoolPath = "user/eyep.bin";
@@ -14,8 +15,9 @@ inline constexpr const char* kEyepieceSeedPath = "eyep.bin";
 inline constexpr const char* kEyepieceBackupPath = "eyep.bak";
 
 // Makes `user` when missing, seeds the pool when missing, and opens it for
-// update. Null when the pool cannot be opened (a missing seed).
-FilePtr EyepiecePoolOpen();
+// update. Null when the pool cannot be opened (a missing seed, a failed
+// seeding) or is damaged; `damageOut`, when given, tells the damage.
+FilePtr EyepiecePoolOpen(StoreDamage* damageOut = nullptr);
 
 // The pool's header from an open stream, which is left at the first record.
 int EyepiecePoolReadHeader(FILE* stream, int* nextIdOut, int* countOut);

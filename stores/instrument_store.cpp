@@ -25,11 +25,10 @@ int InstrumentStoreCreate() {
     return std::fclose(f.release()) == 0 ? 1 : 0;
 }
 
-FilePtr InstrumentStoreOpen(int* countOut) {
-    FilePtr f = OpenFile(kInstrumentStorePath, "r+b");
+FilePtr InstrumentStoreOpen(int* countOut, StoreDamage* damageOut) {
     IdHeader h;
-    if (!f || !ReadIdHeader(f.get(), h)) return nullptr;
-    if (countOut) *countOut = h.count;
+    FilePtr f = IdOpen<InstrumentRecordLayout>(kInstrumentStorePath, h, damageOut);
+    if (f && countOut) *countOut = h.count;
     return f;
 }
 
@@ -55,6 +54,7 @@ int InstrumentAdd(FILE* stream, InstrumentRecord* record) {
     IdHeader h;
     if (!record || !ReadIdHeader(stream, h)) return 0;
     if (!IdHeaderHasRoom(h)) return 0;
+    if (IdCheckCount<InstrumentRecordLayout>(stream, h) != StoreDamage::kNone) return 0;
     ++h.nextId;
     ++h.count;
     if (!WriteIdHeader(stream, h)) return 0;
@@ -70,9 +70,9 @@ int InstrumentDelete(FILE* stream, int index) {
     if (tail > 0) {
         std::vector<uint8_t> block(tail);
         if (std::fseek(stream, RecordOffset(index + 1), SEEK_SET) != 0) return 0;
-        if (std::fread(block.data(), 1, tail, stream) != tail) return 0;
+        if (FileRead(block.data(), tail, stream) != tail) return 0;
         if (std::fseek(stream, RecordOffset(index), SEEK_SET) != 0) return 0;
-        if (std::fwrite(block.data(), 1, tail, stream) != tail) return 0;
+        if (FileWrite(block.data(), tail, stream) != tail) return 0;
     }
     --h.count;
     if (!WriteIdHeader(stream, h)) return 0;

@@ -6,6 +6,7 @@
 #include <cstdio>
 
 #include "base/file_utils.h"
+#include "base/store_damage.h"
 #include "stores/instrument_records.h"
 
 inline constexpr const char* kInstrumentStorePath = "user/instr.bin";
@@ -15,8 +16,8 @@ inline constexpr const char* kInstrumentBackupPath = "user/instr.bak";
 int InstrumentStoreCreate();
 
 // Opens an existing store for update and reads its header; null when the
-// file is missing.
-FilePtr InstrumentStoreOpen(int* countOut);
+// file is missing or damaged (`damageOut`, when given, tells the damage).
+FilePtr InstrumentStoreOpen(int* countOut, StoreDamage* damageOut = nullptr);
 
 // The count in the header of an open store.
 int InstrumentCount(FILE* stream, int* countOut);
@@ -25,7 +26,8 @@ int InstrumentRead(FILE* stream, int index, InstrumentRecord* recordOut);
 int InstrumentWrite(FILE* stream, const InstrumentRecord& record, int index);
 
 // Raises nextId and count and writes the header first, then the record with
-// the new id at the end: a failed record write leaves the count raised.
+// the new id at the end: a failed record write leaves the count raised, and
+// the store damaged, so that no later add puts a record behind the gap.
 // The record given gets its new id.
 int InstrumentAdd(FILE* stream, InstrumentRecord* record);
 

@@ -26,7 +26,9 @@ int LocationRecordWrite(FILE* stream, const Site& site, const LocationTail& tail
     return WriteRecord<LocationRecordLayout>(stream, LocationRecord{site, tail});
 }
 
-FilePtr LocationStoreOpen(int* countOut) { return CountedOpen(kLocationStorePath, countOut); }
+FilePtr LocationStoreOpen(int* countOut, StoreDamage* damageOut) {
+    return CountedOpen(kLocationStorePath, kLocationRecordSize, countOut, damageOut);
+}
 
 int LocationReadNext(FILE* stream, char (&nameOut)[33]) {
     Site site;

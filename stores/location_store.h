@@ -6,6 +6,7 @@
 #include <cstdio>
 
 #include "base/file_utils.h"
+#include "base/store_damage.h"
 #include "astro/site.h"
 
 struct LocationTail {
@@ -50,8 +51,9 @@ int LocationRecordRead(FILE* stream, Site& site, LocationTail& tail);
 int LocationRecordWrite(FILE* stream, const Site& site, const LocationTail& tail);
 
 // Opens user/loc.bin for update, making it with a count of 0 when it is
-// missing. Null when it can be neither opened nor made.
-FilePtr LocationStoreOpen(int* countOut);
+// missing. Null when it can be neither opened nor made, or when it is
+// damaged; `damageOut`, when given, tells the damage.
+FilePtr LocationStoreOpen(int* countOut, StoreDamage* damageOut = nullptr);
 
 int LocationReadNext(FILE* stream, char (&nameOut)[33]);
 int LocationAdd(FILE* stream, const Site& site, const LocationTail& tail);

@@ -25,7 +25,9 @@ void ObserverInit(ObserverRecord* recordOut, const char* name, int age, double p
     recordOut->experience = experience;
 }
 
-FilePtr ObserverStoreOpen(int* countOut) { return CountedOpen(kObserverStorePath, countOut); }
+FilePtr ObserverStoreOpen(int* countOut, StoreDamage* damageOut) {
+    return CountedOpen(kObserverStorePath, ObserverRecordLayout::kSize, countOut, damageOut);
+}
 
 int ObserverReadNextName(FILE* stream, char (&nameOut)[64]) {
     ObserverRecord r;

@@ -8,6 +8,7 @@
 
 #include "base/file_utils.h"
 #include "base/record_layout.h"
+#include "base/store_damage.h"
 
 struct ObserverRecord {
     char name[64] = {};          // at most 63 characters
@@ -40,7 +41,10 @@ double ComputePupilDiameter(double age);
 void ObserverInit(ObserverRecord* recordOut, const char* name, int age, double pupilDiameter,
                   double experience);
 
-FilePtr ObserverStoreOpen(int* countOut);
+// Opens user/observer.bin for update, making it empty when it is missing.
+// Null when it can be neither opened nor made, or when it is damaged;
+// `damageOut`, when given, tells the damage.
+FilePtr ObserverStoreOpen(int* countOut, StoreDamage* damageOut = nullptr);
 int ObserverReadNextName(FILE* stream, char (&nameOut)[64]);
 int ObserverAdd(FILE* stream, const ObserverRecord& record);
 int ObserverRead(FILE* stream, int index, ObserverRecord* recordOut);

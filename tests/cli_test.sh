@@ -161,19 +161,44 @@ run import locations --rows 2
 check "the log keeps the file's bytes" \
     test "$(tail -n 1 ferry2.log)" = $'Location: Warning Pic du Midi d\'Ossau \xe9 already exists (not added)'
 
-# A store that takes no writes: each add fails, and the status says so.
-if [ -c /dev/full ]; then
-    mv user/loc.bin user/loc.keep
-    ln -s /dev/full user/loc.bin
-    run import locations --rows 1,3
-    check "failed adds exit 1" test "$rc" -eq 1
-    check "failed adds are skipped, not counted" test "$out" = $'Ferry 2 Message\nImported 0 of 0, 2 skipped'
-    check "failed adds counted on stderr" \
-        test "$(cat "$work/stderr")" = "ferry2-cli: 2 ticked rows could not be added (see ferry2.log)"
-    check "failed adds logged" test "$(tail -n 1 ferry2.log)" = "Location: error adding new location"
-    rm user/loc.bin
-    mv user/loc.keep user/loc.bin
-fi
+# A full store (32767 records, the most an i16 count allows; stale zero
+# rows are enough): each add fails, and the status says so.
+mv user/loc.bin user/loc.keep
+printf '\xff\x7f' >user/loc.bin
+truncate -s $((2 + 32767 * 135)) user/loc.bin
+run import locations --rows 1,3
+check "failed adds exit 1" test "$rc" -eq 1
+check "failed adds are skipped, not counted" test "$out" = $'Ferry 2 Message\nImported 0 of 0, 2 skipped'
+check "failed adds counted on stderr" \
+    test "$(cat "$work/stderr")" = "ferry2-cli: 2 ticked rows could not be added (see ferry2.log)"
+check "failed adds logged" test "$(tail -n 1 ferry2.log)" = "Location: error adding new location"
+rm user/loc.bin
+mv user/loc.keep user/loc.bin
+
+# The folder check, on fresh sample folders: ok, then a count past the end
+# of a store, named with its file; it writes nothing.
+"$make_sample" "$work/fresh" >/dev/null || { echo "make-sample failed" >&2; exit 1; }
+cd "$work/fresh/vesperal2"
+run --legacy ../legacy check
+check "check on sound folders exits 0" test "$rc" -eq 0
+check "check prints ok" test "$out" = "ok"
+printf '\x00\x7f' | dd of=user/loc.bin bs=1 seek=0 conv=notrunc 2>/dev/null
+before=$(md5sum user/loc.bin)
+run --legacy ../legacy check
+check "check on a damaged store exits 1" test "$rc" -eq 1
+check "check names the damaged store" test "$out" = "user/loc.bin: damaged (its count promises more records than the file holds)"
+check "check writes nothing" test "$(md5sum user/loc.bin)" = "$before"
+
+# An instrument store whose count runs past its end: the import adds
+# nothing, logs the damage once and ends with its error form.
+printf '\x09\x00\x09\x00' | dd of=user/instr.bin bs=1 seek=0 conv=notrunc 2>/dev/null
+before=$(md5sum user/instr.bin)
+run --legacy ../legacy import instruments
+check "damaged store: import exits 1" test "$rc" -eq 1
+check "damaged store: error form with zeros" test "$out" = $'Ferry 2 Message\nAn error occurred during import. See the ferry2.log file for details.\nImported 0 of 0, 0 skipped'
+check "damaged store: one log line" test "$(cat ferry2.log)" = "Instrument: user/instr.bin is damaged (its count promises more records than the file holds)"
+check "damaged store: unchanged" test "$(md5sum user/instr.bin)" = "$before"
+check "damaged store: no stderr line (the log has it)" test ! -s "$work/stderr"
 
 echo "cli: $passes passed, $failures failed"
 test "$failures" -eq 0

@@ -120,10 +120,12 @@ TEST_F(ImportLocationsTest, StoreThatCannotBeOpenedGivesTheErrorFormWithZeros) {
 }
 
 TEST_F(ImportLocationsTest, FailedAddIsSkippedButNotCountedAndTheJobGoesOn) {
-    // A store whose count is at the top of its range takes no more records.
+    // A store whose count is at the top of its range takes no more records;
+    // the records behind the count are blank (a sparse file).
     Bytes full(2, 0);
     PokeI16(full, 0, 32767);
     WriteFileBytes("user/loc.bin", full);
+    std::filesystem::resize_file("user/loc.bin", 2 + 32767 * 135);
     WriteFileBytes("legacy/loc.bin", LocationFileBytes({LocationBytes("A", 1, 0), LocationBytes("B", 2, 0)}));
     EXPECT_EQ(RunTicked({1, 1}), 1);
     EXPECT_EQ(OnlyMessage(), Plain("Imported 0 of 0, 2 skipped"));

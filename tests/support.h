@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "base/file_io.h"
+
 using Bytes = std::vector<uint8_t>;
 
 // Each test runs in a fresh empty folder that becomes the working folder,
@@ -52,3 +54,26 @@ struct PoolRow {
     uint16_t id;
 };
 Bytes PoolBytes(uint16_t nextId, const std::vector<PoolRow>& rows);
+
+// The bytes [at, at + size) of an image.
+Bytes Slice(const Bytes& b, size_t at, size_t size);
+
+// Version 1.x instrument images written by hand at the documented offsets:
+// 1705-byte records, two 821-byte systems from 31 and 852, each with its
+// eyepiece count at 58 and 60-byte slots from 59.
+Bytes LegacyInstrumentBytes(const char* name, uint8_t systemCount, uint8_t kind = 0);
+void AddLegacySlot(Bytes& r, int system, const char* name, double focal, double fieldDegrees);
+// u16 nextId, u16 count (the records' number unless given), the records.
+Bytes LegacyInstrumentFile(const std::vector<Bytes>& records, int count = -1);
+
+// A version 2 instrument store holding 8750-byte records with the given
+// names only.
+Bytes InstrumentStoreBytes(const std::vector<const char*>& names, uint16_t nextId = 0);
+
+// Arms a read or write fault for the life of the object.
+struct ScopedFault {
+    ScopedFault(FileOp op, int nth, FileFault fault) { FileFaultArm(op, nth, fault); }
+    ~ScopedFault() { FileFaultDisarm(); }
+    ScopedFault(const ScopedFault&) = delete;
+    ScopedFault& operator=(const ScopedFault&) = delete;
+};
