@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Builds ferry2-cli, writes the sample folders into sample/ (made afresh each
 # time) and runs the location and instrument imports there: each page's rows,
-# each job's final message, and the lines they wrote to ferry2.log.
+# each job's final message, the lines they wrote to ferry2.log, and a check
+# of both folders afterwards.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 top=$PWD
@@ -30,6 +31,9 @@ echo "\$ ferry2-cli import instruments"
 echo
 echo "ferry2.log:"
 cat ferry2.log
+echo
+echo "\$ ferry2-cli check"
+"$top/build-sample/ferry2-cli" check || status=$?
 echo
 echo "(sample folders in $top/sample; exit status $status)"
 exit "$status"
