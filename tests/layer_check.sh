@@ -22,19 +22,22 @@ done < "$table"
 
 bad=0
 cd "$top" || exit 2
-while IFS= read -r file; do
+files=$(git ls-files '*.cpp' '*.h' 2>/dev/null || find . \( -name '*.cpp' -o -name '*.h' \) -printf '%P\n')
+include_re='^([^:]+):([0-9]+):[[:space:]]*#[[:space:]]*include[[:space:]]+"([^/"]+)/'
+# One grep over every file; each hit is FILE:LINE:TEXT.
+while IFS= read -r hit; do
+    [[ $hit =~ $include_re ]] || continue
+    file=${BASH_REMATCH[1]} line=${BASH_REMATCH[2]} inc=${BASH_REMATCH[3]}
     layer=${file%%/*}
     [ -n "${known[$layer]:-}" ] || continue
     [ "${allowed[$layer]}" = '*' ] && continue
-    while IFS= read -r hit; do
-        inc=$(printf '%s' "$hit" | sed -E 's/^[0-9]+:\s*#\s*include\s+"([^/"]+)\/.*/\1/')
-        [ "$inc" = "$layer" ] || [ "$inc" = data ] && continue
-        [ -n "${known[$inc]:-}" ] || continue
-        case ${allowed[$layer]} in *" $inc "*) continue ;; esac
-        echo "$file:${hit%%:*}: $layer/ may not include $inc/: ${hit#*:}"
-        bad=1
-    done < <(grep -n -E '^\s*#\s*include\s+"[^/"]+/' "$file")
-done < <(git ls-files '*.cpp' '*.h' 2>/dev/null || find . \( -name '*.cpp' -o -name '*.h' \) -printf '%P\n')
+    [ "$inc" = "$layer" ] || [ "$inc" = data ] && continue
+    [ -n "${known[$inc]:-}" ] || continue
+    case ${allowed[$layer]} in *" $inc "*) continue ;; esac
+    text=${hit#*:*:}
+    echo "$file:$line: $layer/ may not include $inc/: $text"
+    bad=1
+done < <(printf '%s\n' "$files" | xargs grep -n -H -E '^\s*#\s*include\s+"[^/"]+/')
 
 if [ "$bad" -ne 0 ]; then
     echo "layer_check: includes that run up a layer (see docs/layers.md)" >&2
