@@ -11,53 +11,13 @@ namespace {
 // Version 1.x instrument images written by hand at the documented offsets:
 // 1705-byte records, two 821-byte systems from 31 and 852, each with its
 // eyepiece count at 58 and 60-byte slots from 59.
-constexpr size_t kRecord = 1705;
 constexpr size_t kSystem[2] = {31, 852};
 constexpr size_t kSlots = 59;
-constexpr double kDeg = std::numbers::pi / 180.0;
 
 // The version 2 store: header of 4, records of 8750, systems at 31 and
 // 4374 with slots from 101.
 constexpr size_t kStoreRecord = 8750;
 constexpr size_t kStoreSystem[2] = {31, 4374};
-
-Bytes Legacy(const char* name, uint8_t systemCount, uint8_t kind = 0) {
-    Bytes r(kRecord, 0);
-    r[0] = 0x4D;  // an old id, which is not kept
-    r[2] = systemCount;
-    r[4] = kind;
-    std::memcpy(&r[1673], name, std::strlen(name));
-    return r;
-}
-
-void AddSlot(Bytes& r, int system, const char* name, double focal, double fieldDegrees) {
-    const size_t sys = kSystem[system];
-    const int j = r[sys + 58]++;
-    const size_t at = sys + kSlots + 60 * j;
-    PokeF64(r, at, focal);
-    PokeF64(r, at + 8, fieldDegrees * kDeg);
-    PokeF64(r, at + 16, 1.0);
-    std::memcpy(&r[at + 28], name, std::strlen(name));
-}
-
-Bytes LegacyFile(const std::vector<Bytes>& records, int count = -1) {
-    const size_t n = count < 0 ? records.size() : static_cast<size_t>(count);
-    Bytes b = {0x63, 0, static_cast<uint8_t>(n), static_cast<uint8_t>(n >> 8)};
-    for (const Bytes& r : records) b.insert(b.end(), r.begin(), r.end());
-    return b;
-}
-
-// A store holding records with the given names only.
-Bytes StoreFile(const std::vector<const char*>& names, uint16_t nextId = 0) {
-    Bytes b = {static_cast<uint8_t>(nextId), static_cast<uint8_t>(nextId >> 8),
-               static_cast<uint8_t>(names.size()), 0};
-    for (const char* name : names) {
-        Bytes r(kStoreRecord, 0);
-        std::memcpy(&r[8718], name, std::strlen(name));
-        b.insert(b.end(), r.begin(), r.end());
-    }
-    return b;
-}
 
 Bytes Slice(const Bytes& b, size_t at, size_t size) {
     return Bytes(b.begin() + at, b.begin() + at + size);
@@ -79,7 +39,7 @@ protected:
         JobTest::SetUp();
         MakeDirs("user");
         MakeDirs("legacy");
-        WriteFileBytes("user/instr.bin", StoreFile({}));
+        WriteFileBytes("user/instr.bin", InstrumentStoreBytes({}));
     }
     int Run(const std::vector<uint8_t>* ticks) { return RunJob(ImportInstruments, ticks); }
     int RunAll(size_t rows) {
@@ -91,7 +51,7 @@ protected:
 TEST_F(ImportInstrumentsTest, RecordIsWidenedFieldByField) {
     WriteFileBytes("eyep.bin", PoolBytes(12, {{"Plossl 25mm", 25.0f, 52.0f, 11},
                                               {"Barlowed 9mm", 9.0f, 60.0f, 12}}));
-    Bytes in = Legacy("Big Dob", 2, 3);
+    Bytes in = LegacyInstrumentBytes("Big Dob", 2, 3);
     in[3] = 0x11;  // spare
     in[5] = 1;     // finder flag
     for (size_t i = 6; i < 30; ++i) in[i] = static_cast<uint8_t>(0x30 + i);  // six f32 circles
@@ -103,8 +63,8 @@ TEST_F(ImportInstrumentsTest, RecordIsWidenedFieldByField) {
     in[m + 24] = 0;
     in[m + 25] = 1;
     std::memcpy(&in[m + 26], "ABCDEFGHIJKLMNOPQRSTUVWXYZ012345", 32);  // no terminator
-    AddSlot(in, 0, "Plossl 25mm", 25.0, 52.0);
-    AddSlot(in, 0, "Barlowed 9mm", 9.0, 60.0);
+    AddLegacySlot(in, 0, "Plossl 25mm", 25.0, 52.0);
+    AddLegacySlot(in, 0, "Barlowed 9mm", 9.0, 60.0);
     PokeF64(in, m + kSlots + 60 + 16, 2.5);  // barlow
     in[m + kSlots + 60 + 24] = 1;            // mirror diagonal
     in[m + kSlots + 60 + 25] = 0x44;         // slot spare
@@ -120,7 +80,7 @@ TEST_F(ImportInstrumentsTest, RecordIsWidenedFieldByField) {
     PokeF64(in, f + 8, 200.0);
     std::memcpy(&in[f + 26], "Finder", 6);
     in[f + 820] = 0x22;
-    WriteFileBytes("legacy/instr.bin", LegacyFile({in}));
+    WriteFileBytes("legacy/instr.bin", LegacyInstrumentFileBytes({in}));
 
     ASSERT_EQ(RunAll(1), 1);
     EXPECT_EQ(OnlyMessage(), Plain("Imported 1 of 1, 0 skipped"));
@@ -170,15 +130,15 @@ TEST_F(ImportInstrumentsTest, EyepiecesMatchByNameOrOpticsAndTheRestAreDropped) 
     WriteFileBytes("eyep.bin", PoolBytes(9, {{"Plossl 25mm", 25.0f, 52.0f, 2},
                                              {"Wide Field 20mm", 20.0f, 68.0f, 7},
                                              {"Ortho 6mm  ", 6.0f, 45.0f, 9}}));
-    Bytes in = Legacy("Scope", 1);
+    Bytes in = LegacyInstrumentBytes("Scope", 1);
     in[30] = 3;                 // default eyepiece
     in[kSystem[0] + 803] = 3;   // current eyepiece
-    AddSlot(in, 0, "PLOSSL 25MM   ", 26.0, 60.0);    // name, other case, trailing blanks
-    AddSlot(in, 0, " Plossl 25mm", 12.0, 30.0);      // a leading blank counts
-    AddSlot(in, 0, "Widefield 20mm", 20.09, 68.09);  // the same optics
-    AddSlot(in, 0, "Near Miss 6mm", 6.0, 45.15);     // 0.15 degree off
-    AddSlot(in, 0, "ortho 6mm", 7.0, 40.0);
-    WriteFileBytes("legacy/instr.bin", LegacyFile({in}));
+    AddLegacySlot(in, 0, "PLOSSL 25MM   ", 26.0, 60.0);    // name, other case, trailing blanks
+    AddLegacySlot(in, 0, " Plossl 25mm", 12.0, 30.0);      // a leading blank counts
+    AddLegacySlot(in, 0, "Widefield 20mm", 20.09, 68.09);  // the same optics
+    AddLegacySlot(in, 0, "Near Miss 6mm", 6.0, 45.15);     // 0.15 degree off
+    AddLegacySlot(in, 0, "ortho 6mm", 7.0, 40.0);
+    WriteFileBytes("legacy/instr.bin", LegacyInstrumentFileBytes({in}));
 
     ASSERT_EQ(RunAll(1), 1);
     EXPECT_EQ(OnlyMessage(), Plain("Imported 1 of 1, 0 skipped"));
@@ -207,10 +167,10 @@ TEST_F(ImportInstrumentsTest, EyepiecesMatchByNameOrOpticsAndTheRestAreDropped) 
 
 TEST_F(ImportInstrumentsTest, EmptyPoolDropsEveryEyepieceButKeepsTheInstrument) {
     WriteFileBytes("eyep.bin", PoolBytes(4, {}));
-    Bytes in = Legacy("Refractor", 1);
-    AddSlot(in, 0, "Plossl 25mm", 25.0, 52.0);
-    AddSlot(in, 0, "Plossl 10mm", 10.0, 52.0);
-    WriteFileBytes("legacy/instr.bin", LegacyFile({in}));
+    Bytes in = LegacyInstrumentBytes("Refractor", 1);
+    AddLegacySlot(in, 0, "Plossl 25mm", 25.0, 52.0);
+    AddLegacySlot(in, 0, "Plossl 10mm", 10.0, 52.0);
+    WriteFileBytes("legacy/instr.bin", LegacyInstrumentFileBytes({in}));
     ASSERT_EQ(RunAll(1), 1);
     EXPECT_EQ(OnlyMessage(), Plain("Imported 1 of 1, 0 skipped"));
     EXPECT_EQ(ReadFileText("ferry2.log"),
@@ -221,50 +181,11 @@ TEST_F(ImportInstrumentsTest, EmptyPoolDropsEveryEyepieceButKeepsTheInstrument) 
     EXPECT_EQ(ReadFileBytes("user/eyep.bin"), PoolBytes(4, {}));
 }
 
-TEST_F(ImportInstrumentsTest, MissingPoolSeedStopsTheJobAtTheFirstEyepiece) {
-    Bytes bare = Legacy("No Eyepieces", 1);
-    Bytes with = Legacy("With One", 1);
-    AddSlot(with, 0, "Plossl 25mm", 25.0, 52.0);
-    WriteFileBytes("legacy/instr.bin", LegacyFile({bare, with, Legacy("Never Reached", 1)}));
-    EXPECT_EQ(RunAll(3), 0);
-    EXPECT_EQ(OnlyMessage(), Error("Imported 1 of 1, 0 skipped"));
-    EXPECT_EQ(ReadFileText("ferry2.log"), "Instrument: error opening eyepiece pool\n");
-    EXPECT_EQ(StoredCount(), 1);
-    EXPECT_STREQ(reinterpret_cast<const char*>(&StoredRecord(0)[8718]), "No Eyepieces");
-}
-
-TEST_F(ImportInstrumentsTest, PoolShorterThanItsCountIsAReadError) {
-    Bytes pool = PoolBytes(3, {{"Plossl 25mm", 25.0f, 52.0f, 1}});
-    pool[2] = 2;
-    WriteFileBytes("user/eyep.bin", pool);
-    Bytes in = Legacy("Scope", 1);
-    AddSlot(in, 0, "Unknown", 3.0, 30.0);
-    WriteFileBytes("legacy/instr.bin", LegacyFile({in}));
-    EXPECT_EQ(RunAll(1), 0);
-    EXPECT_EQ(OnlyMessage(), Error("Imported 0 of 0, 0 skipped"));
-    EXPECT_EQ(ReadFileText("ferry2.log"), "Instrument: error reading eyepiece pool\n");
-    EXPECT_EQ(StoredCount(), 0);
-}
-
-TEST_F(ImportInstrumentsTest, MissingStoreIsNotMadeAndGivesTheErrorFormWithZeros) {
-    std::filesystem::remove("user/instr.bin");
-    WriteFileBytes("legacy/instr.bin", LegacyFile({Legacy("Scope", 1)}));
-    EXPECT_EQ(RunAll(1), 0);
-    EXPECT_EQ(OnlyMessage(), Error("Imported 0 of 0, 0 skipped"));
-    EXPECT_EQ(ReadFileText("ferry2.log"), "");
-    EXPECT_FALSE(std::filesystem::exists("user/instr.bin"));
-
-    // No legacy file: nothing at all.
-    std::filesystem::remove("legacy/instr.bin");
-    EXPECT_EQ(RunAll(1), 0);
-    EXPECT_TRUE(messages_.empty());
-}
-
 TEST_F(ImportInstrumentsTest, DuplicatesAreExactNamesIncludingOnesAddedByThisRun) {
-    WriteFileBytes("user/instr.bin", StoreFile({"Dob"}, 5));
+    WriteFileBytes("user/instr.bin", InstrumentStoreBytes({"Dob"}, 5));
     WriteFileBytes("legacy/instr.bin",
-                   LegacyFile({Legacy("Dob", 1), Legacy("dob", 1), Legacy("Dob ", 1),
-                               Legacy("Twin", 1), Legacy("Twin", 1)}));
+                   LegacyInstrumentFileBytes({LegacyInstrumentBytes("Dob", 1), LegacyInstrumentBytes("dob", 1), LegacyInstrumentBytes("Dob ", 1),
+                               LegacyInstrumentBytes("Twin", 1), LegacyInstrumentBytes("Twin", 1)}));
     ASSERT_EQ(RunAll(5), 1);
     EXPECT_EQ(OnlyMessage(), Plain("Imported 3 of 5, 2 skipped"));
     EXPECT_EQ(ReadFileText("ferry2.log"),
@@ -275,14 +196,14 @@ TEST_F(ImportInstrumentsTest, DuplicatesAreExactNamesIncludingOnesAddedByThisRun
 }
 
 TEST_F(ImportInstrumentsTest, EachRecordStartsClearAndOnlyTheTickedOnesCome) {
-    Bytes first = Legacy("With Finder", 2);
+    Bytes first = LegacyInstrumentBytes("With Finder", 2);
     PokeF64(first, kSystem[1], 50.0);
     first[kSystem[1] + 820] = 0x77;
-    Bytes second = Legacy("Single", 1);
+    Bytes second = LegacyInstrumentBytes("Single", 1);
     second[30] = 254;                    // stays as it is
     PokeF64(second, kSystem[1], 60.0);   // a finder left behind in the file
-    Bytes unticked = Legacy("Unticked", 1);
-    WriteFileBytes("legacy/instr.bin", LegacyFile({first, second, unticked}));
+    Bytes unticked = LegacyInstrumentBytes("Unticked", 1);
+    WriteFileBytes("legacy/instr.bin", LegacyInstrumentFileBytes({first, second, unticked}));
     std::vector<uint8_t> ticks = {1, 1, 0};
     ASSERT_EQ(Run(&ticks), 1);
     EXPECT_EQ(OnlyMessage(), Plain("Imported 2 of 2, 0 skipped"));
@@ -290,26 +211,6 @@ TEST_F(ImportInstrumentsTest, EachRecordStartsClearAndOnlyTheTickedOnesCome) {
     EXPECT_EQ(out[4], 0);  // telescope
     EXPECT_EQ(out[30], 254);
     EXPECT_EQ(Slice(out, kStoreSystem[1], 4343), Bytes(4343, 0));
-}
-
-TEST_F(ImportInstrumentsTest, UnreadableRecordsAreSkippedAndNoTickArrayIsAnInternalError) {
-    WriteFileBytes("legacy/instr.bin", LegacyFile({Legacy("Only", 1)}, 3));  // two missing
-    ASSERT_EQ(RunAll(3), 1);
-    EXPECT_EQ(OnlyMessage(), Plain("Imported 1 of 1, 0 skipped"));
-
-    EXPECT_EQ(Run(nullptr), 0);
-    EXPECT_EQ(OnlyMessage(), Error("Imported 0 of 0, 0 skipped"));
-    EXPECT_EQ(ReadFileText("ferry2.log"), "Instrument: Internal error\n");
-}
-
-TEST_F(ImportInstrumentsTest, FailedAddIsSkippedButNotCounted) {
-    WriteFileBytes("user/instr.bin", StoreFile({}, 0xFFFF));  // no id left to give
-    WriteFileBytes("legacy/instr.bin", LegacyFile({Legacy("A", 1), Legacy("B", 1)}));
-    ASSERT_EQ(RunAll(2), 1);
-    EXPECT_EQ(OnlyMessage(), Plain("Imported 0 of 0, 2 skipped"));
-    EXPECT_EQ(ReadFileText("ferry2.log"),
-              "Instrument: error adding new instrument -> A\n"
-              "Instrument: error adding new instrument -> B\n");
 }
 
 TEST(EyepieceNames, NormalisingCutsBlanksInPlaceAndWritesNoTerminator) {

@@ -99,3 +99,40 @@ Bytes PoolBytes(uint16_t nextId, const std::vector<PoolRow>& rows) {
     }
     return b;
 }
+
+Bytes LegacyInstrumentBytes(const char* name, uint8_t systemCount, uint8_t kind) {
+    Bytes r(1705, 0);
+    r[0] = 0x4D;  // an old id, which is not kept
+    r[2] = systemCount;
+    r[4] = kind;
+    std::memcpy(&r[1673], name, std::strlen(name));
+    return r;
+}
+
+Bytes LegacyInstrumentFileBytes(const std::vector<Bytes>& records, int count) {
+    const size_t n = count < 0 ? records.size() : static_cast<size_t>(count);
+    Bytes b = {0x63, 0, static_cast<uint8_t>(n), static_cast<uint8_t>(n >> 8)};
+    for (const Bytes& r : records) b.insert(b.end(), r.begin(), r.end());
+    return b;
+}
+
+Bytes InstrumentStoreBytes(const std::vector<const char*>& names, uint16_t nextId) {
+    Bytes b = {static_cast<uint8_t>(nextId), static_cast<uint8_t>(nextId >> 8),
+               static_cast<uint8_t>(names.size()), 0};
+    for (const char* name : names) {
+        Bytes r(8750, 0);
+        std::memcpy(&r[8718], name, std::strlen(name));
+        b.insert(b.end(), r.begin(), r.end());
+    }
+    return b;
+}
+
+void AddLegacySlot(Bytes& r, int system, const char* name, double focal, double fieldDegrees) {
+    const size_t sys = system == 0 ? 31 : 852;
+    const int j = r[sys + 58]++;
+    const size_t at = sys + 59 + 60 * j;
+    PokeF64(r, at, focal);
+    PokeF64(r, at + 8, fieldDegrees * 0.017453292519943295);
+    PokeF64(r, at + 16, 1.0);
+    std::memcpy(&r[at + 28], name, std::strlen(name));
+}

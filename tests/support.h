@@ -52,3 +52,13 @@ struct PoolRow {
     uint16_t id;
 };
 Bytes PoolBytes(uint16_t nextId, const std::vector<PoolRow>& rows);
+
+// Version 1.x instrument images: 1705-byte records (old id at 0, system
+// count at 2, kind at 4, name at 1673), a file of u16 nextId, u16 count and
+// the records; and a version 2 store of 8750-byte records holding names only.
+Bytes LegacyInstrumentBytes(const char* name, uint8_t systemCount, uint8_t kind = 0);
+Bytes LegacyInstrumentFileBytes(const std::vector<Bytes>& records, int count = -1);
+Bytes InstrumentStoreBytes(const std::vector<const char*>& names, uint16_t nextId = 0);
+// Appends an eyepiece slot to system 0 or 1 of a legacy image: 60-byte
+// slots from 59 of the 821-byte systems at 31 and 852, the count at 58.
+void AddLegacySlot(Bytes& record, int system, const char* name, double focal, double fieldDegrees);
