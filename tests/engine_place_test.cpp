@@ -236,15 +236,26 @@ TEST(Parallax, TheMoonSeenFromTheSite) {
     ApplyParallax(&site, &i, 0.00257, &ra, &dec);
     EXPECT_NEAR(ra, 1.0, 1e-12);
     EXPECT_LT(dec, 0.2);
-    double ra2 = 1.0, dec2 = 0.2;
-    ApplyParallax(&site, &i, 0.06, &ra2, &dec2);  // the small-angle form
-    EXPECT_NEAR(0.2 - dec2, 4.263451511677259e-05 / 0.06 *
-                                (site.rhoSinPhi * std::cos(0.2) - site.rhoCosPhi * std::sin(0.2)),
-                1e-15);
     double ra3 = 1.0, dec3 = 0.2, ratio = 1.0;
     ParallaxRigorous(&site, &i, std::sin(4.263451511677259e-05 / 0.00257), &ra3, &dec3, &ratio);
     EXPECT_NEAR(dec3, dec, 1e-9);
     EXPECT_LT(ratio, 1.0);
+}
+
+TEST(Parallax, MarsFromPalomarMeeus40a) {
+    // 0.37276 au away, hour angle 288.7958 degrees: the topocentric place
+    // is 1.29 s of time east and 22h38m08.54s, -15 46' 30.0".
+    Site site;
+    char name[] = "Palomar";
+    SiteInit(&site, Hms(7, 47, 27), Dms(33, 21, 22), 1706.0, 6.0, -8.0, name);
+    Instant i;
+    const double ra0 = 339.530208 * kDeg;
+    i.last = ra0 + 288.7958 * kDeg;
+    double ra = ra0, dec = -15.771083 * kDeg;
+    ApplyParallax(&site, &i, 0.37276, &ra, &dec);
+    EXPECT_NEAR(ra - ra0, 1.29 * kTimeSecond, 0.01 * kTimeSecond);
+    EXPECT_NEAR(ra, Hms(22, 38, 8.54), 0.01 * kTimeSecond);
+    EXPECT_NEAR(dec, -Dms(15, 46, 30.0), 0.1 * kArcsec);
 }
 
 }  // namespace

@@ -108,48 +108,48 @@ int Parse(const char* text, Instant* instant, Site* site = nullptr) {
 }
 
 TEST(TextParse, DatesWithMonthsKeywordsAndEras) {
-    Instant a, b;
-    ASSERT_EQ(Parse("2000 1 1", &a), 1);
-    ASSERT_EQ(Parse("2000 January 1", &b), 1);
-    EXPECT_EQ(a.jd, b.jd);
-    EXPECT_EQ(a.jd, 2451544.5);
-
-    ASSERT_EQ(Parse("1999 Aug 11.5", &a), 1);
-    EXPECT_EQ(a.month, 8);
-    EXPECT_EQ(a.day, 11);
-    EXPECT_EQ(a.utHours, 12.0);
-    ASSERT_EQ(Parse("1999 ju 1", &a), 1);  // "ju" is June, the first month it begins
-    EXPECT_EQ(a.month, 6);
-    ASSERT_EQ(Parse("1999 * 1", &a), 1);
-    EXPECT_EQ(a.month, 1);
-    EXPECT_EQ(Parse("1999 Januaryx 1", &a), 0);  // no month, and no number either
-
-    // "UT" sets UT mode; "UTC" is UT too, and PM adds 12 hours.
     char name[] = "East";
     Site east;
     SiteInit(&east, 75.0 * kRadiansPerDegree, 0.7, 0.0, 6.0, -5.0, name);
-    ASSERT_EQ(Parse("2000 Jan 1 20:30 UT", &a, &east), 1);
-    EXPECT_EQ(a.utHours, 20.5);
-    ASSERT_EQ(Parse("2000 Jan 1 20:30 UTC", &a, &east), 1);
-    EXPECT_EQ(a.utHours, 20.5);
-    ASSERT_EQ(Parse("2000 Jan 1 8:30 PM", &a, &east), 1);
-    EXPECT_EQ(a.localHours, 20.5);
-    EXPECT_EQ(a.utHours, 25.5);
-
-    ASSERT_EQ(Parse("44 BC 3 15", &a), 1);
-    EXPECT_EQ(a.year, -45);
-    ASSERT_EQ(Parse("1 BC 1 1", &a), 1);
-    EXPECT_EQ(a.year, -2);
-
+    const struct {
+        const char* text;
+        Site* site;
+        int result, year = 0, month = 0, day = 0;
+        double utHours = 0.0;
+    } cases[] = {
+        {"2000 1 1", nullptr, 1, 2000, 1, 1, 0.0},
+        {"2000 January 1", nullptr, 1, 2000, 1, 1, 0.0},
+        {"1999 Aug 11.5", nullptr, 1, 1999, 8, 11, 12.0},
+        {"1999 ju 1", nullptr, 1, 1999, 6, 1, 0.0},  // the first month it begins
+        {"1999 * 1", nullptr, 1, 1999, 1, 1, 0.0},
+        {"2000 Jan 1 20:30 UT", &east, 1, 2000, 1, 1, 20.5},
+        {"2000 Jan 1 20:30 UTC", &east, 1, 2000, 1, 1, 20.5},
+        {"2000 Jan 1 8:30 PM", &east, 1, 2000, 1, 1, 25.5},  // 20:30 on the site's clock
+        {"44 BC 3 15", nullptr, 1, -45, 3, 15, 0.0},
+        {"1 BC 1 1", nullptr, 1, -2, 1, 1, 0.0},
+        {"1999 Januaryx 1", nullptr, 0},  // no month, and no number either
+        {"jd", nullptr, -1},
+        {"2000 13 1", nullptr, 0},
+        {"2000 1 1 1 1", nullptr, 0},  // a fifth value
+        {"", nullptr, 0},
+    };
+    for (const auto& c : cases) {
+        Instant a;
+        ASSERT_EQ(Parse(c.text, &a, c.site), c.result) << c.text;
+        if (c.result != 1) continue;
+        EXPECT_EQ(a.year, c.year) << c.text;
+        EXPECT_EQ(a.month, c.month) << c.text;
+        EXPECT_EQ(a.day, c.day) << c.text;
+        EXPECT_EQ(a.utHours, c.utHours) << c.text;
+    }
+    Instant a;
+    ASSERT_EQ(Parse("2000 1 1", &a), 1);
+    EXPECT_EQ(a.jd, 2451544.5);
     ASSERT_EQ(Parse("1999.5", &a), 1);
     EXPECT_DOUBLE_EQ(a.jd, JulianDay(1, 1, 1999, 0.0) + 182.5);
     ASSERT_EQ(Parse("JD 2451545.0", &a), 1);
     EXPECT_EQ(a.year, 2000);
     EXPECT_NEAR(a.utHours, 12.0, 1e-5);
-    EXPECT_EQ(Parse("jd", &a), -1);
-    EXPECT_EQ(Parse("2000 13 1", &a), 0);
-    EXPECT_EQ(Parse("2000 1 1 1 1", &a), 0);  // a fifth value
-    EXPECT_EQ(Parse("", &a), 0);
     EXPECT_EQ(ParseDateTime(nullptr, nullptr, &a), 0);
 }
 

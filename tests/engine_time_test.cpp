@@ -164,6 +164,40 @@ TEST(InstantState, SummerTimeStartsAtTwoStandardAndSouthernRulesNeverApply) {
     EXPECT_EQ(i.localHours, 11.5);
 }
 
+TEST(InstantState, SummerTimeRulesAtTheirEdges) {
+    // East of Greenwich by -5 h; 1999: Sundays on 3 January, 4 April,
+    // 3 and 31 October, 26 December. Changes at 2:00 standard time.
+    DstRule off = UsRule(), endsFirstWeek = UsRule(), january = UsRule(), december = UsRule();
+    off.mode = 0;
+    endsFirstWeek.endWeek = 0;
+    january.startMonth = 1;
+    december.endMonth = 12;
+    const struct {
+        DstRule rule;
+        int month, day;
+        double hours;
+        int mode;
+        double other;  // local hours for a UT time, UT hours for a clock time
+    } cases[] = {
+        {UsRule(), 4, 4, 6.99, kUniversalTime, 1.99},  // 1:59 standard: not yet
+        {UsRule(), 10, 31, 6.5, kUniversalTime, 2.5},  // 1:30 standard: still
+        {off, 7, 1, 12.0, kSiteClock, 17.0},
+        {endsFirstWeek, 10, 3, 1.5, kSiteClock, 5.5},
+        {endsFirstWeek, 10, 4, 12.0, kSiteClock, 17.0},
+        {january, 1, 2, 12.0, kSiteClock, 17.0},
+        {january, 1, 3, 12.0, kSiteClock, 16.0},
+        {december, 12, 26, 1.0, kSiteClock, 5.0},
+        {december, 12, 27, 12.0, kSiteClock, 17.0},
+    };
+    for (const auto& c : cases) {
+        Site east = MakeSite(75.0, 40.0, -5.0, c.rule);
+        Instant i;
+        InstantSet(&i, &east, c.month, c.day, 1999, c.hours, c.mode);
+        EXPECT_NEAR(c.mode == kUniversalTime ? i.localHours : i.utHours, c.other, 1e-9)
+            << c.month << "-" << c.day << " " << c.hours;
+    }
+}
+
 TEST(InstantState, LocalDateFromJdSplitsAgainWhenTheShiftCrossesMidnight) {
     Site east = MakeSite(75.0, 40.0, -5.0, UsRule());
     Instant i;
@@ -189,8 +223,8 @@ TEST(InstantState, LocalDateFromJdSplitsAgainWhenTheShiftCrossesMidnight) {
 
 TEST(InstantState, MidnightBelongsToTheNight) {
     Site east = MakeSite(75.0, 40.0, -5.0, DstRule{});
-    Instant evening;
-    InstantSet(&evening, &east, 1, 31, 2001, 21.0, kSiteClock);
+    Instant evening;  // noon already counts as the evening
+    InstantSet(&evening, &east, 1, 31, 2001, 12.0, kSiteClock);
     Instant midnight;
     InstantMidnight(&east, &evening, &midnight);
     EXPECT_EQ(midnight.month, 2);  // one past the month's end, then normalised
@@ -200,7 +234,7 @@ TEST(InstantState, MidnightBelongsToTheNight) {
     EXPECT_NE(midnight.gmst, 0.0);
 
     Instant morning;
-    InstantSet(&morning, &east, 1, 31, 2001, 3.0, kSiteClock);
+    InstantSet(&morning, &east, 1, 31, 2001, 11.99, kSiteClock);
     InstantMidnight(&east, &morning, &midnight);
     EXPECT_EQ(midnight.day, 31);
 }
@@ -227,6 +261,16 @@ TEST(DeltaT, EachRangeHasItsOwnRuleAndTheJumpsStay) {
     EXPECT_GT(std::fabs(at(1620.0) - at(1619.999)), 5.0);
     EXPECT_GT(std::fabs(at(1799.0001) - at(1799.0)), 0.5);
     EXPECT_GT(std::fabs(at(2012.0001) - at(2012.0)), 0.005);
+}
+
+TEST(DeltaT, DynamicalTimeOfMeeus10a) {
+    // The New Moon of 1977 February 18 at 3h37m40s TD, 3h36m52s UT: 48 s.
+    Instant i;
+    InstantSet(&i, nullptr, 2, 18, 1977, 3.0 + 36.0 / 60 + 52.0 / 3600, kUniversalTime);
+    InstantScales(&i, 0.0);
+    EXPECT_NEAR(i.deltaTDays * 86400.0, 48.0, 1.0);
+    const double jde = JulianDay(2, 18, 1977, 3.0 + 37.0 / 60 + 40.0 / 3600);
+    EXPECT_NEAR(i.tDyn, JdToCenturies(jde), 1.0 / 86400.0 / 36525.0);
 }
 
 TEST(DeltaT, ObservedRowsInterpolateOnTheRowsOwnYear) {

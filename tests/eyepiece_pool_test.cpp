@@ -70,15 +70,25 @@ TEST_F(EyepiecePoolTest, WriteKeepsTheIdAndANullNameKeepsTheName) {
     EXPECT_EQ(EyepieceWrite(3, "Past", 1.0, 1.0), 0);
 }
 
-TEST_F(EyepiecePoolTest, BackupGoesToTheWorkingFolderAndRestoreBringsItBack) {
+TEST_F(EyepiecePoolTest, NameFillsItsBufferAndFindStopsAtTheCount) {
+    const std::string name32(32, 'n');
+    Bytes pool = PoolBytes(5, {{"Plossl 32mm", 32.0f, 52.0f, 1}, {"Stale", 9.0f, 50.0f, 5}});
+    pool[2] = 1;  // the second record lies past the count
+    WriteFileBytes("eyep.bin", pool);
+    char name[33];
+    EXPECT_EQ(EyepieceFindById(5, name, nullptr, nullptr), 0);
+    ASSERT_EQ(EyepieceAdd((name32 + "cut").c_str(), 8.0, 60.0), 6);
+    EXPECT_EQ(ReadFileBytes("user/eyep.bin"),
+              PoolBytes(6, {{"Plossl 32mm", 32.0f, 52.0f, 1}, {name32.c_str(), 8.0f, 60.0f, 6}}));
+    ASSERT_EQ(EyepieceRead(1, name, nullptr, nullptr), 6);
+    EXPECT_EQ(std::string(name), name32);
+}
+
+TEST_F(EyepiecePoolTest, BackupGoesToTheWorkingFolder) {
     WriteFileBytes("eyep.bin", kSeed);
-    ASSERT_EQ(EyepieceAdd("Extra", 9.0, 60.0), 6);
-    const Bytes before = ReadFileBytes("user/eyep.bin");
+    ASSERT_TRUE(EyepiecePoolOpen());
     ASSERT_EQ(EyepieceBackup(), 1);
-    EXPECT_EQ(ReadFileBytes("eyep.bak"), before);
-    ASSERT_EQ(EyepieceDelete(1), 1);
-    ASSERT_EQ(EyepieceRestore(), 1);
-    EXPECT_EQ(ReadFileBytes("user/eyep.bin"), before);
+    EXPECT_EQ(ReadFileBytes("eyep.bak"), kSeed);
 }
 
 }  // namespace

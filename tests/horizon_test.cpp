@@ -51,26 +51,17 @@ TEST_F(HorizonTest, LimitsCountFromTheDippedHorizonOfARaisedSite) {
     EXPECT_NEAR(t[30].declinationLimit / kDeg, -(90.0 - 40.0 - a), 1e-9);
 }
 
-TEST_F(HorizonTest, FileKeyIsTheEscapedName) {
-    const Site site = At("North/South: 2", 10.0, 0.0);
-    ASSERT_EQ(HorizonCreate(site), 1);
+TEST_F(HorizonTest, FileIsKeyedByTheEscapedNameAndOnlyCreateMakesIt) {
+    EXPECT_FALSE(HorizonOpen("North/South: 2"));
+    EXPECT_TRUE(FileExists("user/horizons"));  // the folder is made, the file not
+    ASSERT_EQ(HorizonCreate(At("North/South: 2", 10.0, 0.0)), 1);
     EXPECT_TRUE(FileExists("user/horizons/North&South@ 2.bin"));
     EXPECT_TRUE(HorizonExists("North/South: 2"));
-}
-
-TEST_F(HorizonTest, OpenMakesTheFolderButNotTheFile) {
-    EXPECT_FALSE(HorizonOpen("Nowhere"));
-    EXPECT_TRUE(FileExists("user/horizons"));
-    EXPECT_FALSE(FileExists("user/horizons/Nowhere.bin"));
+    EXPECT_EQ(HorizonDelete("North/South: 2"), 1);
+    EXPECT_FALSE(HorizonExists("North/South: 2"));
+    EXPECT_EQ(HorizonDelete("North/South: 2"), 0);
     std::filesystem::remove_all("user");
     EXPECT_FALSE(HorizonOpen("Nowhere"));
-}
-
-TEST_F(HorizonTest, DeleteAnswersWhetherAFileWasRemoved) {
-    ASSERT_EQ(HorizonCreate(At("Gone", 0.0, 0.0)), 1);
-    EXPECT_EQ(HorizonDelete("Gone"), 1);
-    EXPECT_FALSE(HorizonExists("Gone"));
-    EXPECT_EQ(HorizonDelete("Gone"), 0);
 }
 
 TEST_F(HorizonTest, SecondTableLiesBehindTheFirstAndMustBeWhole) {

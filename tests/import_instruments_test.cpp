@@ -7,8 +7,9 @@
 
 namespace {
 
-// Version 1.x instrument images (support.h): two 821-byte systems from 31
-// and 852, each with its eyepiece count at 58 and 60-byte slots from 59.
+// Version 1.x instrument images written by hand at the documented offsets:
+// 1705-byte records, two 821-byte systems from 31 and 852, each with its
+// eyepiece count at 58 and 60-byte slots from 59.
 constexpr size_t kSystem[2] = {31, 852};
 constexpr size_t kSlots = 59;
 
@@ -175,47 +176,6 @@ TEST_F(ImportInstrumentsTest, EmptyPoolDropsEveryEyepieceButKeepsTheInstrument) 
     EXPECT_EQ(ReadFileBytes("user/eyep.bin"), PoolBytes(4, {}));
 }
 
-TEST_F(ImportInstrumentsTest, MissingPoolSeedStopsTheJobAtTheFirstEyepiece) {
-    Bytes bare = LegacyInstrumentBytes("No Eyepieces", 1);
-    Bytes with = LegacyInstrumentBytes("With One", 1);
-    AddLegacySlot(with, 0, "Plossl 25mm", 25.0, 52.0);
-    WriteFileBytes("legacy/instr.bin", LegacyInstrumentFile({bare, with, LegacyInstrumentBytes("Never Reached", 1)}));
-    EXPECT_EQ(RunAll(3), 0);
-    EXPECT_EQ(OnlyMessage(), Error("Imported 1 of 1, 0 skipped"));
-    EXPECT_EQ(ReadFileText("ferry2.log"), "Instrument: error opening eyepiece pool\n");
-    EXPECT_EQ(StoredCount(), 1);
-    EXPECT_STREQ(reinterpret_cast<const char*>(&StoredRecord(0)[8718]), "No Eyepieces");
-}
-
-TEST_F(ImportInstrumentsTest, PoolShorterThanItsCountIsDamaged) {
-    Bytes pool = PoolBytes(3, {{"Plossl 25mm", 25.0f, 52.0f, 1}});
-    pool[2] = 2;
-    WriteFileBytes("user/eyep.bin", pool);
-    Bytes in = LegacyInstrumentBytes("Scope", 1);
-    AddLegacySlot(in, 0, "Unknown", 3.0, 30.0);
-    WriteFileBytes("legacy/instr.bin", LegacyInstrumentFile({in}));
-    EXPECT_EQ(RunAll(1), 0);
-    EXPECT_EQ(OnlyMessage(), Error("Imported 0 of 0, 0 skipped"));
-    EXPECT_EQ(ReadFileText("ferry2.log"),
-              "Instrument: user/eyep.bin is damaged "
-              "(its count promises more records than the file holds)\n");
-    EXPECT_EQ(StoredCount(), 0);
-}
-
-TEST_F(ImportInstrumentsTest, MissingStoreIsNotMadeAndGivesTheErrorFormWithZeros) {
-    std::filesystem::remove("user/instr.bin");
-    WriteFileBytes("legacy/instr.bin", LegacyInstrumentFile({LegacyInstrumentBytes("Scope", 1)}));
-    EXPECT_EQ(RunAll(1), 0);
-    EXPECT_EQ(OnlyMessage(), Error("Imported 0 of 0, 0 skipped"));
-    EXPECT_EQ(ReadFileText("ferry2.log"), "");
-    EXPECT_FALSE(std::filesystem::exists("user/instr.bin"));
-
-    // No legacy file: nothing at all.
-    std::filesystem::remove("legacy/instr.bin");
-    EXPECT_EQ(RunAll(1), 0);
-    EXPECT_TRUE(messages_.empty());
-}
-
 TEST_F(ImportInstrumentsTest, DuplicatesAreExactNamesIncludingOnesAddedByThisRun) {
     WriteFileBytes("user/instr.bin", InstrumentStoreBytes({"Dob"}, 5));
     WriteFileBytes("legacy/instr.bin",
@@ -246,26 +206,6 @@ TEST_F(ImportInstrumentsTest, EachRecordStartsClearAndOnlyTheTickedOnesCome) {
     EXPECT_EQ(out[4], 0);  // telescope
     EXPECT_EQ(out[30], 254);
     EXPECT_EQ(Slice(out, kStoreSystem[1], 4343), Bytes(4343, 0));
-}
-
-TEST_F(ImportInstrumentsTest, UnreadableRecordsAreSkippedAndNoTickArrayIsAnInternalError) {
-    WriteFileBytes("legacy/instr.bin", LegacyInstrumentFile({LegacyInstrumentBytes("Only", 1)}, 3));  // two missing
-    ASSERT_EQ(RunAll(3), 1);
-    EXPECT_EQ(OnlyMessage(), Plain("Imported 1 of 1, 0 skipped"));
-
-    EXPECT_EQ(Run(nullptr), 0);
-    EXPECT_EQ(OnlyMessage(), Error("Imported 0 of 0, 0 skipped"));
-    EXPECT_EQ(ReadFileText("ferry2.log"), "Instrument: Internal error\n");
-}
-
-TEST_F(ImportInstrumentsTest, FailedAddIsSkippedButNotCounted) {
-    WriteFileBytes("user/instr.bin", InstrumentStoreBytes({}, 0xFFFF));  // no id left to give
-    WriteFileBytes("legacy/instr.bin", LegacyInstrumentFile({LegacyInstrumentBytes("A", 1), LegacyInstrumentBytes("B", 1)}));
-    ASSERT_EQ(RunAll(2), 1);
-    EXPECT_EQ(OnlyMessage(), Plain("Imported 0 of 0, 2 skipped"));
-    EXPECT_EQ(ReadFileText("ferry2.log"),
-              "Instrument: error adding new instrument -> A\n"
-              "Instrument: error adding new instrument -> B\n");
 }
 
 TEST(EyepieceNames, NormalisingCutsBlanksInPlaceAndWritesNoTerminator) {

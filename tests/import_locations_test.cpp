@@ -84,56 +84,6 @@ TEST_F(ImportLocationsTest, NothingTickedOrNothingThereGivesThreeZeros) {
     EXPECT_EQ(ReadFileBytes("user/loc.bin"), (Bytes{0, 0}));
 }
 
-TEST_F(ImportLocationsTest, NoTickArrayIsAnInternalError) {
-    WriteFileBytes("legacy/loc.bin", LocationFileBytes({}));
-    EXPECT_EQ(Run(nullptr), 0);
-    EXPECT_EQ(OnlyMessage(), Error("Imported 0 of 0, 0 skipped"));
-    EXPECT_EQ(ReadFileText("ferry2.log"), "Location: Internal error\n");
-}
-
-TEST_F(ImportLocationsTest, TruncatedLegacyFileStopsWithTheErrorFormAndKeepsWhatWasAdded) {
-    Bytes file = LocationFileBytes({LocationBytes("First", 1, 0), LocationBytes("Second", 2, 0),
-                                    LocationBytes("Third", 3, 0)});
-    file.resize(2 + 135 + 133);  // the second record loses its tail's last bytes
-    WriteFileBytes("legacy/loc.bin", file);
-    EXPECT_EQ(RunTicked({1, 1, 1}), 0);
-    EXPECT_EQ(OnlyMessage(), Error("Imported 1 of 1, 0 skipped"));
-    EXPECT_EQ(ReadFileText("ferry2.log"), "Location: error reading V1.x location database\n");
-    EXPECT_EQ(ReadFileBytes("user/loc.bin"), LocationFileBytes({LocationBytes("First", 1, 0)}));
-}
-
-TEST_F(ImportLocationsTest, MissingLegacyFileEndsSilently) {
-    EXPECT_EQ(RunTicked({1}), 0);
-    EXPECT_TRUE(messages_.empty());
-    EXPECT_EQ(ReadFileText("ferry2.log"), "");
-    WriteFileBytes("legacy/loc.bin", {7});  // no whole count
-    EXPECT_EQ(RunTicked({1}), 0);
-    EXPECT_TRUE(messages_.empty());
-}
-
-TEST_F(ImportLocationsTest, StoreThatCannotBeOpenedGivesTheErrorFormWithZeros) {
-    std::filesystem::remove("user");
-    WriteFileBytes("legacy/loc.bin", LocationFileBytes({LocationBytes("A", 1, 0)}));
-    EXPECT_EQ(RunTicked({1}), 0);
-    EXPECT_EQ(OnlyMessage(), Error("Imported 0 of 0, 0 skipped"));
-    EXPECT_EQ(ReadFileText("ferry2.log"), "");
-}
-
-TEST_F(ImportLocationsTest, FailedAddIsSkippedButNotCountedAndTheJobGoesOn) {
-    // A store whose count is at the top of its range takes no more records;
-    // the records behind the count are blank (a sparse file).
-    Bytes full(2, 0);
-    PokeI16(full, 0, 32767);
-    WriteFileBytes("user/loc.bin", full);
-    std::filesystem::resize_file("user/loc.bin", 2 + 32767 * 135);
-    WriteFileBytes("legacy/loc.bin", LocationFileBytes({LocationBytes("A", 1, 0), LocationBytes("B", 2, 0)}));
-    EXPECT_EQ(RunTicked({1, 1}), 1);
-    EXPECT_EQ(OnlyMessage(), Plain("Imported 0 of 0, 2 skipped"));
-    EXPECT_EQ(ReadFileText("ferry2.log"),
-              "Location: error adding new location\n"
-              "Location: error adding new location\n");
-}
-
 TEST_F(ImportLocationsTest, RowsPastTheTickArrayAreNotTickedAndNoLogIsHarmless) {
     WriteFileBytes("legacy/loc.bin", LocationFileBytes({LocationBytes("A", 1, 0), LocationBytes("A", 2, 0)}));
     std::vector<uint8_t> ticks = {1};

@@ -13,60 +13,6 @@ InstrumentRecord Named(const char* name, uint8_t kind) {
     return r;
 }
 
-uint32_t U32At(const uint8_t* p) {
-    uint32_t v;
-    std::memcpy(&v, p, 4);
-    return v;
-}
-
-TEST(InstrumentImage, FieldsStandAtTheirOffsets) {
-    InstrumentRecord r;
-    r.id = 0x0102;
-    r.systemCount = 2;
-    r.instrumentKind = 1;
-    const uint32_t circle = 0x3C0EFA35;  // 0.5 degrees in radians, as f32
-    std::memcpy(&r.finderCircles[0], &circle, 4);
-    r.defaultEyepiece = 255;
-    r.mainSystem.aperture = 254.0;
-    r.mainSystem.eyepieceCount = 3;
-    r.mainSystem.eyepieces[2].poolId = 0x0A0B;
-    r.mainSystem.eyepieces[2].apparentField = 1.0;
-    r.finderSystem.opticsType = 1;
-    r.finderSystem.systemSpare = 0x5A;
-    r.mounting = 1;
-    std::strcpy(r.name, "Dob");
-    const auto img = RecordImage<InstrumentRecordLayout>(r);
-    ASSERT_EQ(img.size(), 8750u);
-    EXPECT_EQ(img[0], 0x02);
-    EXPECT_EQ(img[1], 0x01);
-    EXPECT_EQ(img[2], 2);
-    EXPECT_EQ(img[4], 1);
-    EXPECT_EQ(U32At(&img[6]), 0x3C0EFA35u);
-    EXPECT_EQ(img[30], 255);
-    EXPECT_EQ(PeekF64(Bytes(img.begin(), img.end()), 31 + 1), 254.0);
-    EXPECT_EQ(img[31 + 100], 3);
-    const size_t slot = 31 + 101 + 2 * 60;
-    EXPECT_EQ(img[slot + 26], 0x0B);
-    EXPECT_EQ(img[slot + 27], 0x0A);
-    EXPECT_EQ(PeekF64(Bytes(img.begin(), img.end()), slot + 8), 1.0);
-    EXPECT_EQ(img[4374], 1);
-    EXPECT_EQ(img[4374 + 4342], 0x5A);
-    EXPECT_EQ(img[8717], 1);
-    EXPECT_EQ(std::memcmp(&img[8718], "Dob", 4), 0);
-
-    // The pool keeps its field in degrees, as an f32 at 37.
-    EyepieceRecord e;
-    std::strcpy(e.name, "Plossl 25");
-    e.focalLength = 25.0f;
-    e.apparentField = 52.0f;
-    e.id = 7;
-    const auto pool = RecordImage<EyepieceRecordLayout>(e);
-    ASSERT_EQ(pool.size(), 43u);
-    EXPECT_EQ(U32At(&pool[33]), 0x41C80000u);  // 25.0f
-    EXPECT_EQ(U32At(&pool[37]), 0x42500000u);  // 52.0f
-    EXPECT_EQ(pool[41], 7);
-}
-
 class InstrumentStoreTest : public ScratchTest {
 protected:
     void SetUp() override {
@@ -133,6 +79,45 @@ TEST_F(InstrumentStoreTest, DeleteMovesTheTailAsOneBlockAndKeepsTheFileLength) {
     EXPECT_EQ(b[4 + 8718], 'B');
     EXPECT_EQ(b[4 + 8750 + 8718], 'C');
     EXPECT_EQ(b[4 + 2 * 8750 + 8718], 'C');  // stale copy behind the count
+
+    // A record other than the first: only what follows it moves.
+    f = InstrumentStoreOpen(&count);
+    InstrumentRecord d = Named("D", 0);
+    ASSERT_EQ(InstrumentAdd(f.get(), &d), 1);
+    ASSERT_EQ(InstrumentDelete(f.get(), 1), 1);
+    EXPECT_EQ(NameAt(f.get(), 0), "B");
+    EXPECT_EQ(NameAt(f.get(), 1), "D");
+    f.reset();
+    EXPECT_EQ(Header(), std::make_pair(4, 2));
+}
+
+TEST_F(InstrumentStoreTest, WrittenRecordReadsBackFieldByField) {
+    ASSERT_EQ(InstrumentStoreCreate(), 1);
+    int count = 0;
+    FilePtr f = InstrumentStoreOpen(&count);
+    InstrumentRecord a = Named("A", 0), b = Named("B", 1);
+    ASSERT_EQ(InstrumentAdd(f.get(), &a), 1);
+    ASSERT_EQ(InstrumentAdd(f.get(), &b), 1);
+    b.mounting = 1;
+    b.defaultEyepiece = 2;
+    b.mainSystem.aperture = 254.0;
+    b.mainSystem.eyepieceCount = 3;
+    b.mainSystem.eyepieces[2].poolId = 0x0A0B;
+    b.finderSystem.systemSpare = 0x5A;
+    std::strcpy(b.name, "Big Dob");
+    ASSERT_EQ(InstrumentWrite(f.get(), b, 1), 1);
+    InstrumentRecord r;
+    ASSERT_EQ(InstrumentRead(f.get(), 1, &r), 1);
+    EXPECT_EQ(r.id, 2);
+    EXPECT_EQ(r.instrumentKind, 1);
+    EXPECT_EQ(r.mounting, 1);
+    EXPECT_EQ(r.defaultEyepiece, 2);
+    EXPECT_EQ(r.mainSystem.aperture, 254.0);
+    EXPECT_EQ(r.mainSystem.eyepieceCount, 3);
+    EXPECT_EQ(r.mainSystem.eyepieces[2].poolId, 0x0A0B);
+    EXPECT_EQ(r.finderSystem.systemSpare, 0x5A);
+    EXPECT_STREQ(r.name, "Big Dob");
+    EXPECT_EQ(NameAt(f.get(), 0), "A");  // its neighbour is untouched
 }
 
 TEST_F(InstrumentStoreTest, FindByNameIsExactAndWriteStaysInsideTheCount) {
@@ -158,6 +143,22 @@ TEST_F(InstrumentStoreTest, FindByNameIsExactAndWriteStaysInsideTheCount) {
     EXPECT_EQ(InstrumentWrite(f.get(), a, 1), 0);
 }
 
+TEST_F(InstrumentStoreTest, FindsDoNotReadTheStaleRecordPastTheCount) {
+    ASSERT_EQ(InstrumentStoreCreate(), 1);
+    int count = 0;
+    FilePtr f = InstrumentStoreOpen(&count);
+    for (const char* n : {"Kept", "Stale"}) {
+        InstrumentRecord r = Named(n, 0);
+        ASSERT_EQ(InstrumentAdd(f.get(), &r), 1);
+    }
+    ASSERT_EQ(InstrumentDelete(f.get(), 1), 1);  // "Stale", id 2, stays behind the count
+    InstrumentRecord found;
+    EXPECT_EQ(InstrumentFindById(f.get(), &found, 2), 0);
+    InstrumentRecord probe = Named("Stale", 0);
+    int index = -1;
+    EXPECT_EQ(InstrumentFindByName(f.get(), &probe, 1, &index), 0);
+}
+
 TEST_F(InstrumentStoreTest, MoveSwapsOnlyWithTheNearestOfTheSameKind) {
     ASSERT_EQ(InstrumentStoreCreate(), 1);
     int count = 0;
@@ -175,6 +176,13 @@ TEST_F(InstrumentStoreTest, MoveSwapsOnlyWithTheNearestOfTheSameKind) {
     EXPECT_EQ(InstrumentMove(f.get(), 1, 3, -1, &to), 0);  // no other binoculars
     EXPECT_EQ(InstrumentMove(f.get(), 0, 3, -1, &to), 0);  // nothing above
     EXPECT_EQ(InstrumentMove(f.get(), 0, 1, +1, &to), 0);  // fewer than two
+    ASSERT_EQ(InstrumentMove(f.get(), 2, 3, -1, &to), 1);  // up, past the binoculars
+    EXPECT_EQ(to, 0);
+    EXPECT_EQ(NameAt(f.get(), 0), "T1");
+    EXPECT_EQ(NameAt(f.get(), 2), "T2");
+    ASSERT_EQ(InstrumentDelete(f.get(), 1), 1);
+    ASSERT_EQ(InstrumentMove(f.get(), 0, 2, +1, &to), 1);  // exactly two
+    EXPECT_EQ(NameAt(f.get(), 0), "T2");
 }
 
 TEST_F(InstrumentStoreTest, BackupCopiesHeaderAndCountedRecords) {

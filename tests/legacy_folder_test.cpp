@@ -57,24 +57,24 @@ TEST_F(LegacyFolderTest, FerryIniGivesItsFirstLineAsItStands) {
     EXPECT_EQ(folder, "default");
 }
 
-TEST(HelpPath, NameFollowsTheLastBackslashOrColon) {
-    EXPECT_EQ(ComposeHelpPath("C:\\Program Files\\Ferry 2\\ferry2.exe", "ferry2.hlp"),
-              "C:\\Program Files\\Ferry 2\\ferry2.hlp");
-    EXPECT_EQ(ComposeHelpPath("C:ferry2.exe", "vesperal2.hlp"), "C:vesperal2.hlp");
-    EXPECT_EQ(ComposeHelpPath("ferry2.exe", "ferry2.hlp"), "ferry2.hlp");
-}
-
-TEST(HelpPath, QuestionMarkWhenTheFolderLeavesNoRoomForAShortName) {
-    // Kept length + 13 must stay below 128.
+TEST(HelpPath, NameFollowsTheLastBackslashOrColonWhileThereIsRoom) {
+    // The module path is held in 128 characters, and the kept folder plus 13
+    // must stay below 128, else the name is "?".
     const std::string folder114 = "C:\\" + std::string(110, 'a') + "\\";
-    ASSERT_EQ(folder114.size(), 114u);
-    EXPECT_EQ(ComposeHelpPath(folder114 + "x.exe", "ferry2.hlp"), folder114 + "ferry2.hlp");
     const std::string folder115 = "C:\\" + std::string(111, 'a') + "\\";
-    EXPECT_EQ(ComposeHelpPath(folder115 + "x.exe", "ferry2.hlp"), folder115 + "?");
-    // The module path is held in 128 characters: a longer one is cut first,
-    // here inside its last folder name.
-    const std::string longer = "C:\\" + std::string(130, 'b') + "\\x.exe";
-    EXPECT_EQ(ComposeHelpPath(longer, "ferry2.hlp"), "C:\\ferry2.hlp");
+    const struct {
+        std::string module;
+        const char* help;
+        std::string path;
+    } cases[] = {
+        {"C:\\Program Files\\Ferry 2\\ferry2.exe", "ferry2.hlp", "C:\\Program Files\\Ferry 2\\ferry2.hlp"},
+        {"C:ferry2.exe", "vesperal2.hlp", "C:vesperal2.hlp"},
+        {"ferry2.exe", "ferry2.hlp", "ferry2.hlp"},
+        {folder114 + "x.exe", "ferry2.hlp", folder114 + "ferry2.hlp"},
+        {folder115 + "x.exe", "ferry2.hlp", folder115 + "?"},
+        {"C:\\" + std::string(130, 'b') + "\\x.exe", "ferry2.hlp", "C:\\ferry2.hlp"},  // cut first
+    };
+    for (const auto& c : cases) EXPECT_EQ(ComposeHelpPath(c.module, c.help), c.path) << c.module;
 }
 
 }  // namespace

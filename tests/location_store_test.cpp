@@ -84,39 +84,42 @@ TEST_F(LocationStoreTest, ReadRefusesIndexesAtOrPastTheCount) {
     EXPECT_EQ(LocationRead(f.get(), -1, &s, &t), 0);
 }
 
-TEST_F(LocationStoreTest, FindAgreesAtExactlyTheTolerancesAndNotBeyond) {
-    FilePtr f = StoreWith({LocationBytes("Other", 0, 0), LocationBytes("Site", 0.0, 0.0, 3, 1)});
-    int index = -1;
-    Site found;
-    LocationTail tail;
-    EXPECT_EQ(Find(f.get(), "Site", 7.27e-5, 0.0, &index, &found, &tail), 1);
-    EXPECT_EQ(index, 1);
-    EXPECT_EQ(found.longitude, 0.0);  // the stored record is handed back
-    EXPECT_EQ(tail.zoneIndex, 3);
-    EXPECT_EQ(tail.elevationInFeet, 1);
-    EXPECT_EQ(Find(f.get(), "Site", -7.27e-5, 4.85e-6, &index), 1);
-    EXPECT_EQ(Find(f.get(), "Site", std::nextafter(7.27e-5, 1.0), 0.0, &index), 2);
-    EXPECT_EQ(Find(f.get(), "Site", 0.0, std::nextafter(-4.85e-6, -1.0), &index), 2);
-    EXPECT_EQ(index, 1);
-}
-
-TEST_F(LocationStoreTest, FindComparesNamesExactlyAndTheFirstMatchDecides) {
-    FilePtr f = StoreWith({LocationBytes("Twin", 1.0, 0.5), LocationBytes("Twin", 2.0, 0.5)});
-    int index = -1;
-    // The second record would agree, but the first decides.
-    EXPECT_EQ(Find(f.get(), "Twin", 2.0, 0.5, &index), 2);
-    EXPECT_EQ(index, 0);
-    EXPECT_EQ(Find(f.get(), "twin", 1.0, 0.5, &index), 0);
-    EXPECT_EQ(index, 2);
-    EXPECT_EQ(Find(f.get(), "Twin ", 1.0, 0.5, &index), 0);
-}
-
-TEST_F(LocationStoreTest, FindNeverMatchesAnEmptyNameAndDoesNotWrapLongitude) {
-    FilePtr f = StoreWith({LocationBytes("", 1.0, 0.5), LocationBytes("Date line", 3.14, 0.1)});
-    int index = -1;
-    EXPECT_EQ(Find(f.get(), "", 1.0, 0.5, &index), 0);
-    EXPECT_EQ(index, 0);
-    EXPECT_EQ(Find(f.get(), "Date line", -3.14, 0.1, &index), 2);
+TEST_F(LocationStoreTest, FindByExactNameThenPlaceWithinTheTolerances) {
+    const Bytes other = LocationBytes("Other", 0, 0), site = LocationBytes("Site", 0.0, 0.0, 3, 1);
+    const Bytes twin1 = LocationBytes("Twin", 1.0, 0.5), twin2 = LocationBytes("Twin", 2.0, 0.5);
+    const Bytes unnamed = LocationBytes("", 1.0, 0.5), dateLine = LocationBytes("Date line", 3.14, 0.1);
+    const struct {
+        std::vector<Bytes> records;
+        int16_t count;
+        const char* name;
+        double lon, lat;
+        int result, index;
+    } cases[] = {
+        {{other, site}, 2, "Site", 7.27e-5, 0.0, 1, 1},  // exactly at the tolerances
+        {{other, site}, 2, "Site", -7.27e-5, 4.85e-6, 1, 1},
+        {{other, site}, 2, "Site", std::nextafter(7.27e-5, 1.0), 0.0, 2, 1},
+        {{other, site}, 2, "Site", 0.0, std::nextafter(-4.85e-6, -1.0), 2, 1},
+        {{other, site}, 1, "Site", 0.0, 0.0, 0, 1},  // a stale record past the count
+        {{twin1, twin2}, 2, "Twin", 2.0, 0.5, 2, 0},  // the first name match decides
+        {{twin1, twin2}, 2, "twin", 1.0, 0.5, 0, 2},
+        {{twin1, twin2}, 2, "Twin ", 1.0, 0.5, 0, 2},
+        {{unnamed, dateLine}, 2, "", 1.0, 0.5, 0, 0},  // an empty name never matches
+        {{unnamed, dateLine}, 2, "Date line", -3.14, 0.1, 2, 1},  // no wrap of longitude
+    };
+    for (const auto& c : cases) {
+        WriteFileBytes("user/loc.bin", LocationFileBytes(c.records, c.count));
+        int count = 0, index = -1;
+        FilePtr f = LocationStoreOpen(&count);
+        Site found;
+        LocationTail tail;
+        EXPECT_EQ(Find(f.get(), c.name, c.lon, c.lat, &index, &found, &tail), c.result) << c.name;
+        EXPECT_EQ(index, c.index) << c.name;
+        if (c.result == 1) {  // the stored record is handed back
+            const Bytes& stored = c.records[c.index];
+            EXPECT_EQ(RecordImage<SiteLayout>(found), RecordImage<SiteLayout>(Decode(stored)));
+            EXPECT_EQ(RecordImage<LocationTailLayout>(tail), RecordImage<LocationTailLayout>(Tail(stored)));
+        }
+    }
 }
 
 TEST_F(LocationStoreTest, DeleteMovesLaterRecordsDownAndLeavesStaleBytes) {

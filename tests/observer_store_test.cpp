@@ -29,12 +29,10 @@ protected:
         ScratchTest::SetUp();
         MakeDirs("user");
     }
-    FilePtr StoreWith(const std::vector<Bytes>& records) {
-        WriteFileBytes("user/observer.bin", ObserverFile(records));
-        int count = -1;
-        FilePtr f = ObserverStoreOpen(&count);
-        EXPECT_EQ(count, static_cast<int>(records.size()));
-        return f;
+    static ObserverRecord Decoded(const Bytes& record) {
+        ObserverRecord r;
+        DecodeRecord<ObserverRecordLayout>(record.data(), r);
+        return r;
     }
     static int Find(FILE* f, const char* name, double pupil, double experience, int* index,
                     ObserverRecord* found = nullptr) {
@@ -78,35 +76,42 @@ TEST(ObserverRecordImage, FieldsAtTheirOffsetsAndThePupilFromTheAge) {
     EXPECT_DOUBLE_EQ(r.pupilDiameter, ComputePupilDiameter(20));
 }
 
-TEST_F(ObserverStoreTest, FindTellsOtherEyeDataFromTheSame) {
-    FilePtr f = StoreWith({ObserverBytes("Bob", 30, 7.0, 0.25), ObserverBytes("Ann", 40, 6.5, 0.5)});
-    int index = -1;
-    ObserverRecord found;
-    EXPECT_EQ(Find(f.get(), "Ann", 6.5 + 0.009, 0.5 - 0.009, &index, &found), 1);
-    EXPECT_EQ(index, 1);
-    EXPECT_EQ(found.age, 40);  // the stored record comes back
-    EXPECT_EQ(found.pupilDiameter, 6.5);
-    EXPECT_EQ(Find(f.get(), "ann", 6.5, 0.75, &index), 2);
-    EXPECT_EQ(Find(f.get(), "Ann", 6.4, 0.5, &index), 2);
-    EXPECT_EQ(Find(f.get(), "Carl", 6.5, 0.5, &index), 0);
-    EXPECT_EQ(index, 2);
-    EXPECT_EQ(Find(f.get(), "", 6.5, 0.5, &index), 0);
-    EXPECT_EQ(index, 0);
-}
-
-TEST_F(ObserverStoreTest, AStarOrEmptyStoredNameCatchesEveryone) {
-    FilePtr f = StoreWith({ObserverBytes("*club", 30, 7.0, 0.25), ObserverBytes("Ann", 40, 6.5, 0.5)});
-    int index = -1;
-    // The first record decides, and it has other eye data.
-    EXPECT_EQ(Find(f.get(), "Ann", 6.5, 0.5, &index), 2);
-    EXPECT_EQ(index, 0);
-    f = StoreWith({ObserverBytes("", 30, 7.0, 0.25)});
-    EXPECT_EQ(Find(f.get(), "Zed", 7.0, 0.25, &index), 1);
-    // A short stored name catches a long log name, not the reverse.
-    f = StoreWith({ObserverBytes("Jo", 30, 7.0, 0.25)});
-    EXPECT_EQ(Find(f.get(), "Joanna Smith", 7.0, 0.25, &index), 1);
-    f = StoreWith({ObserverBytes("Joanna Smith", 30, 7.0, 0.25)});
-    EXPECT_EQ(Find(f.get(), "Jo", 7.0, 0.25, &index), 0);
+TEST_F(ObserverStoreTest, FindByPrefixThenEyeData) {
+    const Bytes ann = ObserverBytes("Ann", 40, 6.5, 0.5), bob = ObserverBytes("Bob", 30, 7.0, 0.25);
+    const struct {
+        std::vector<Bytes> records;
+        int16_t count;
+        const char* name;
+        double pupil, experience;
+        int result, index;
+    } cases[] = {
+        {{bob, ann}, 2, "Ann", 6.5 + 0.009, 0.5 - 0.009, 1, 1},  // inside the tolerance
+        {{bob, ann}, 2, "ann", 6.5, 0.75, 2, 1},                  // other experience
+        {{bob, ann}, 2, "Ann", 6.4, 0.5, 2, 1},                   // other pupil
+        {{bob, ann}, 2, "Carl", 6.5, 0.5, 0, 2},
+        {{bob, ann}, 2, "", 6.5, 0.5, 0, 0},
+        {{bob, ann}, 1, "Ann", 6.5, 0.5, 0, 1},  // a stale record past the count
+        // The first matching record decides, even with other eye data.
+        {{ObserverBytes("*club", 30, 7.0, 0.25), ann}, 2, "Ann", 6.5, 0.5, 2, 0},
+        {{ObserverBytes("", 30, 7.0, 0.25)}, 1, "Zed", 7.0, 0.25, 1, 0},
+        // A short stored name catches a long given name, not the reverse.
+        {{ObserverBytes("Jo", 30, 7.0, 0.25)}, 1, "Joanna Smith", 7.0, 0.25, 1, 0},
+        {{ObserverBytes("Joanna Smith", 30, 7.0, 0.25)}, 1, "Jo", 7.0, 0.25, 0, 1},
+    };
+    for (const auto& c : cases) {
+        Bytes file = ObserverFile(c.records);
+        PokeI16(file, 0, c.count);
+        WriteFileBytes("user/observer.bin", file);
+        int count = 0, index = -1;
+        FilePtr f = ObserverStoreOpen(&count);
+        ObserverRecord found;
+        EXPECT_EQ(Find(f.get(), c.name, c.pupil, c.experience, &index, &found), c.result) << c.name;
+        EXPECT_EQ(index, c.index) << c.name;
+        if (c.result == 1) {  // the stored record comes back
+            EXPECT_EQ(RecordImage<ObserverRecordLayout>(found),
+                      RecordImage<ObserverRecordLayout>(Decoded(c.records[c.index])));
+        }
+    }
 }
 
 TEST_F(ObserverStoreTest, RecordsAreAddedWrittenAndDeletedInPlace) {
@@ -141,13 +146,9 @@ TEST_F(ObserverStoreTest, RecordsAreAddedWrittenAndDeletedInPlace) {
 }
 
 TEST_F(ObserverStoreTest, BackupLiesUnderUser) {
-    const Bytes a = ObserverBytes("A", 1, 1, 0);
-    WriteFileBytes("user/observer.bin", ObserverFile({a}));
+    WriteFileBytes("user/observer.bin", ObserverFile({ObserverBytes("A", 1, 1, 0)}));
     ASSERT_EQ(ObserverBackup(), 1);
-    EXPECT_EQ(ReadFileBytes("user/observer.bak"), ObserverFile({a}));
-    WriteFileBytes("user/observer.bin", ObserverFile({}));
-    ASSERT_EQ(ObserverRestore(), 1);
-    EXPECT_EQ(ReadFileBytes("user/observer.bin"), ObserverFile({a}));
+    EXPECT_EQ(ReadFileBytes("user/observer.bak"), ObserverFile({ObserverBytes("A", 1, 1, 0)}));
 }
 
 }  // namespace

@@ -101,16 +101,6 @@ TEST(SiteInit, LongNameIsCutInTheCallersStringAndNullSiteFails) {
     EXPECT_EQ(SiteInit(nullptr, 0, 0, 0, 6.5, 0, name), 0);
 }
 
-TEST(SiteInit, DefaultLocationIsTheTexasStarParty) {
-    const Site s = LocationDefaultSite();
-    EXPECT_STREQ(s.name, "Texas Star Party");
-    EXPECT_DOUBLE_EQ(s.longitude, 104.0 * kDeg);
-    EXPECT_DOUBLE_EQ(s.latitude, 30.6 * kDeg);
-    EXPECT_DOUBLE_EQ(s.height, 1523.9256324291373);
-    EXPECT_EQ(s.nakedEyeLimit, 7.1);
-    EXPECT_EQ(s.zoneHours, -7.0);
-}
-
 TEST(SiteSetDst, RangesAreCheckedOnlyForTheRuleMode) {
     Site s;
     SiteInit(&s, 0, 0, 0, 6.5, 0, nullptr);
