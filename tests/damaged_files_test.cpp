@@ -10,7 +10,6 @@
 #endif
 
 #include "job_support.h"
-#include "legacy/import_instruments.h"
 #include "legacy/import_locations.h"
 #include "legacy/legacy_instruments.h"
 #include "legacy/legacy_lists.h"
@@ -95,19 +94,6 @@ TEST_F(DamagedFilesTest, StoresWithAnImpossibleCountDoNotOpenAndTheCheckNamesThe
                                 : std::vector<std::string>{c.path + (": " + c.checkLine)};
         EXPECT_EQ(problems, expected);
     }
-}
-
-TEST_F(DamagedFilesTest, AJobNamesTheDamagedStoreOnceAndAddsNothing) {
-    const Bytes damaged = WithCount(kTwoLocations, 0, 5);
-    WriteFileBytes("user/loc.bin", damaged);
-    WriteFileBytes("legacy/loc.bin", LocationFileBytes({LocationBytes("C", 3, 0)}));
-    const std::vector<uint8_t> ticks = {1};
-    EXPECT_EQ(RunJob(ImportLocations, &ticks), 0);
-    EXPECT_EQ(OnlyMessage(), Error("Imported 0 of 0, 0 skipped"));
-    EXPECT_EQ(ReadFileText("ferry2.log"),
-              "Location: user/loc.bin is damaged "
-              "(its count promises more records than the file holds)\n");
-    EXPECT_EQ(ReadFileBytes("user/loc.bin"), damaged);
 }
 
 // Folders, devices and pipes in the place of legacy files open as missing

@@ -42,6 +42,14 @@ TEST_F(ImportErrorsTest, EachJobEndsInItsOwnForm) {
          },
          3, 0, "!Imported 1 of 1, 0 skipped", "Location: error reading V1.x location database\n",
          "user/loc.bin", 1},
+        {"damaged store, named once", ImportLocations,
+         [] {
+             Write("user/loc.bin", LocationFileBytes({Loc("A", 1), Loc("B", 2)}, 5));
+             Write("legacy/loc.bin", LocationFileBytes({Loc("C", 3)}));
+         },
+         1, 0, "!Imported 0 of 0, 0 skipped",
+         "Location: user/loc.bin is damaged (its count promises more records than the file holds)\n",
+         "user/loc.bin", 5},
         {"no legacy file", ImportLocations, [] {}, 1, 0, kNone, "", "user/loc.bin", -1},
         {"no whole count", ImportLocations, [] { Write("legacy/loc.bin", {7}); }, 1, 0, kNone, "",
          "user/loc.bin", -1},
