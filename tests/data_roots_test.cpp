@@ -124,22 +124,4 @@ TEST_F(DataRootsTest, HashWithNoMarkedDriveFails) {
     EXPECT_EQ(TimesAsked("Z:/vesperal2.id"), 1);
 }
 
-TEST_F(DataRootsTest, ScanTriesDrivesDToZInOrder) {
-    EXPECT_EQ(ScanForDataDrive(), 0);
-    ASSERT_EQ(g_asked.size(), 23u);
-    EXPECT_EQ(g_asked.front(), "D:/vesperal2.id");
-    EXPECT_EQ(g_asked.back(), "Z:/vesperal2.id");
-    Exist({"Z:/vesperal2.id"});
-    EXPECT_EQ(ScanForDataDrive(), 'Z');
-}
-
 }  // namespace
-
-// Real folders on disk, no stand-in for the file system.
-TEST_F(ScratchTest, DataRootsResolveAgainstRealFolders) {
-    for (const char* d : {"r1", "r2", "r3", "r4", "r5", "r6", "r7", "r8"}) MakeDirs(d);
-    WriteFileText("vesperal.ini", "r1/\nr2/\nr3/\nr4/\nr5/\nr6/\nr7/\nr8/\n");
-    EXPECT_EQ(ResolveDataRoots("vesperal"), 1);
-    WriteFileText("vesperal.ini", "r1/\nr2/\nr3/\nr4/\nr5/\nr6/\nr7/\nr9/\n");
-    EXPECT_EQ(ResolveDataRoots("vesperal"), 0);
-}

@@ -1,6 +1,3 @@
-#include <cstring>
-#include <filesystem>
-
 #include "stores/eyepiece_pool.h"
 #include "support.h"
 
@@ -28,12 +25,6 @@ TEST_F(EyepiecePoolTest, FirstUseCopiesTheSeedIntoUser) {
     EXPECT_EQ(EyepieceFindById(5, name, &focal, &field), 5);
     EXPECT_STREQ(name, "Wide 20mm");
     EXPECT_EQ(EyepieceFindById(2, name, &focal, &field), 0);
-}
-
-TEST_F(EyepiecePoolTest, MissingSeedFailsTheOpen) {
-    EXPECT_EQ(EyepiecePoolOpen(), nullptr);
-    EXPECT_TRUE(std::filesystem::is_directory("user"));
-    EXPECT_EQ(EyepieceAdd("A", 1.0, 1.0), 0);
 }
 
 TEST_F(EyepiecePoolTest, AddAndDeleteNeverGiveAnIdTwice) {

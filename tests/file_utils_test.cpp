@@ -24,12 +24,14 @@ TEST_F(FileUtilsTest, SizeIsZeroForMissingEmptyAndFolder) {
     EXPECT_FALSE(FileExists("missing"));
 }
 
-TEST_F(FileUtilsTest, CopyGivesTwoForEmptyOrMissingSourceAndMakesNoTarget) {
+TEST_F(FileUtilsTest, CopyGivesTwoForNothingToCopyAndZeroForNoTarget) {
     WriteFileBytes("empty", {});
     EXPECT_EQ(CopyFileTo("empty", "target"), 2);
     EXPECT_FALSE(FileExists("target"));
     EXPECT_EQ(CopyFileTo("missing", "target"), 2);
     EXPECT_FALSE(FileExists("target"));
+    WriteFileBytes("source", Pattern(10));
+    EXPECT_EQ(CopyFileTo("source", "no/such/folder/target"), 0);
 }
 
 TEST_F(FileUtilsTest, CopyMovesEveryBlockAndTheRemainder) {
@@ -39,11 +41,6 @@ TEST_F(FileUtilsTest, CopyMovesEveryBlockAndTheRemainder) {
         ASSERT_EQ(CopyFileTo("source", "target"), 1) << n;
         EXPECT_EQ(ReadFileBytes("target"), data) << n;
     }
-}
-
-TEST_F(FileUtilsTest, CopyFailsWhenTheTargetCannotBeMade) {
-    WriteFileBytes("source", Pattern(10));
-    EXPECT_EQ(CopyFileTo("source", "no/such/folder/target"), 0);
 }
 
 TEST_F(FileUtilsTest, MakeFolderAcceptsExistingAndRefusesMissingParent) {
@@ -72,9 +69,7 @@ TEST_F(FileUtilsTest, CopyFolderFilesCopiesFilesAndPassesEmptyOnesAndFolders) {
 
 TEST_F(FileUtilsTest, DeleteFolderTreeRemovesEverythingBelow) {
     MakeDirs("tree/a/b");
-    WriteFileBytes("tree/top.bin", Pattern(4));
-    WriteFileBytes("tree/a/mid.bin", Pattern(4));
-    WriteFileBytes("tree/a/b/low.bin", Pattern(4));
+    for (const char* f : {"tree/top.bin", "tree/a/mid.bin", "tree/a/b/low.bin"}) WriteFileBytes(f, Pattern(4));
     EXPECT_EQ(DeleteFolderTree("tree"), 1);
     EXPECT_FALSE(FileExists("tree"));
     EXPECT_EQ(DeleteFolderTree("tree"), 0);
@@ -84,12 +79,10 @@ TEST_F(FileUtilsTest, TextLinesLoseTheCarriageReturnBeforeTheLineEnd) {
     WriteFileText("lines.txt", "one\r\ntwo\nthree");
     FilePtr f = OpenFile("lines.txt", "r");
     char buf[64];
-    ASSERT_NE(ReadTextLine(buf, sizeof buf, f.get()), nullptr);
-    EXPECT_STREQ(buf, "one\n");
-    ASSERT_NE(ReadTextLine(buf, sizeof buf, f.get()), nullptr);
-    EXPECT_STREQ(buf, "two\n");
-    ASSERT_NE(ReadTextLine(buf, sizeof buf, f.get()), nullptr);
-    EXPECT_STREQ(buf, "three");
+    for (const char* line : {"one\n", "two\n", "three"}) {
+        ASSERT_NE(ReadTextLine(buf, sizeof buf, f.get()), nullptr);
+        EXPECT_STREQ(buf, line);
+    }
     EXPECT_EQ(ReadTextLine(buf, sizeof buf, f.get()), nullptr);
 }
 

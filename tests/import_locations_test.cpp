@@ -54,22 +54,7 @@ TEST_F(ImportLocationsTest, DuplicatesAreRefusedWhetherAtTheSamePlaceOrAnother) 
               "Location: Warning Home already exists (not added)\n"
               "Location: Warning Club already exists (not added)\n"
               "Location: Warning Twin already exists (not added)\n");
-    const Bytes store = ReadFileBytes("user/loc.bin");
-    EXPECT_EQ(PeekI16(store, 0), 6);
-}
-
-TEST_F(ImportLocationsTest, SecondRunOfTheSameTicksRefusesEveryNamedRow) {
-    WriteFileBytes("user/loc.bin", LocationFileBytes({}));
-    WriteFileBytes("legacy/loc.bin", LocationFileBytes({LocationBytes("A", 1, 0), LocationBytes("", 2, 0),
-                                                        LocationBytes("B", 3, 0)}));
-    ASSERT_EQ(RunTicked({1, 1, 1}), 1);
-    EXPECT_EQ(OnlyMessage(), Plain("Imported 3 of 3, 0 skipped"));
-    ASSERT_EQ(RunTicked({1, 1, 1}), 1);
-    EXPECT_EQ(OnlyMessage(), Plain("Imported 1 of 3, 2 skipped"));
-    EXPECT_EQ(ReadFileText("ferry2.log"),
-              "Location: Warning A already exists (not added)\n"
-              "Location: Warning B already exists (not added)\n");
-    EXPECT_EQ(PeekI16(ReadFileBytes("user/loc.bin"), 0), 4);
+    EXPECT_EQ(PeekI16(ReadFileBytes("user/loc.bin"), 0), 6);
 }
 
 TEST_F(ImportLocationsTest, NothingTickedOrNothingThereGivesThreeZeros) {

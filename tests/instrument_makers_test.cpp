@@ -1,6 +1,7 @@
 #include <cmath>
 #include <cstring>
 #include <numbers>
+#include <tuple>
 
 #include "astro/limiting_magnitude.h"
 #include "stores/instrument_makers.h"
@@ -24,15 +25,11 @@ TEST(RecordMakers, NewTelescopeHasItsDefaultsAtTheirOffsets) {
     InstrumentRecord r;
     NewTelescopeInit(&r, "My Scope");
     const Bytes b = Image(r);
-    EXPECT_EQ(b[2], 2);  // main and finder
-    EXPECT_EQ(b[3], 0);
-    EXPECT_EQ(b[4], 0);  // telescope
-    EXPECT_EQ(b[5], 0);
+    EXPECT_EQ(Slice(b, 2, 4), (Bytes{2, 0, 0, 0}));  // main and finder, a telescope
     EXPECT_EQ(WordAt(b, 6), 0x3C0EFA35u);   // 0.5 degree
     EXPECT_EQ(WordAt(b, 10), 0x3D0EFA35u);  // 2 degrees
     EXPECT_EQ(WordAt(b, 14), 0x3D8EFA35u);  // 4 degrees
-    for (size_t off = 18; off < 30; off += 4) EXPECT_EQ(WordAt(b, off), 0u);
-    EXPECT_EQ(b[30], 0);
+    EXPECT_EQ(Slice(b, 18, 13), Bytes(13, 0));
     EXPECT_EQ(b[8717], 1);  // equatorial
     EXPECT_STREQ(reinterpret_cast<const char*>(&b[8718]), "My Scope");
 
@@ -41,8 +38,7 @@ TEST(RecordMakers, NewTelescopeHasItsDefaultsAtTheirOffsets) {
     EXPECT_EQ(PeekF64(b, main + 1), 25.4);
     EXPECT_EQ(PeekF64(b, main + 9), 25.4);  // from the ratio 1.0
     EXPECT_EQ(PeekF64(b, main + 17), 1.0);
-    EXPECT_EQ(b[main + 25], 1);
-    EXPECT_EQ(b[main + 26], 1);
+    EXPECT_EQ(Slice(b, main + 25, 2), (Bytes{1, 1}));
     EXPECT_EQ(PeekF64(b, main + 27), 0.5);
     EXPECT_STREQ(reinterpret_cast<const char*>(&b[main + 35]), "Main Scope");
     EXPECT_EQ(b[main + 100], 0);
@@ -62,27 +58,18 @@ TEST(RecordMakers, NakedEyeAndBinoculars) {
     NakedEyeInit(&eye);
     EXPECT_STREQ(eye.name, "Naked Eye");
     EXPECT_STREQ(eye.mainSystem.systemName, "Naked Eye");
-    EXPECT_EQ(eye.systemCount, 1);
-    EXPECT_EQ(eye.instrumentKind, 2);
-    EXPECT_EQ(eye.mainSystem.opticsType, 0);
-    EXPECT_DOUBLE_EQ(eye.mainSystem.aperture, 6.35);
-    EXPECT_DOUBLE_EQ(eye.mainSystem.focalLength, 25.4);
-    EXPECT_DOUBLE_EQ(eye.mainSystem.focalRatio, 4.0);
-    EXPECT_EQ(eye.mainSystem.magnification, 1.0);
-    EXPECT_EQ(eye.mainSystem.trueField, std::numbers::pi);
+    const OpticalSystem& e = eye.mainSystem;
+    EXPECT_EQ(std::tuple(int(eye.systemCount), int(eye.instrumentKind), int(e.opticsType)), std::tuple(1, 2, 0));
+    EXPECT_EQ(std::tuple(e.aperture, e.focalLength, e.focalRatio), std::tuple(6.35, 25.4, 4.0));
+    EXPECT_EQ(std::tuple(e.magnification, e.trueField), std::tuple(1.0, std::numbers::pi));
 
     InstrumentRecord bino;
     NewBinocularsInit(&bino, "7x50");
-    EXPECT_EQ(bino.systemCount, 1);
-    EXPECT_EQ(bino.instrumentKind, 1);
     const OpticalSystem& s = bino.mainSystem;
     EXPECT_STREQ(s.systemName, "Binoculars");
-    EXPECT_EQ(s.opticsType, 10);
-    EXPECT_EQ(s.aperture, 50.0);
-    EXPECT_EQ(s.magnification, 7.0);
-    EXPECT_EQ(s.focalRatio, 1.0);
-    EXPECT_EQ(s.condition, 1.0);
-    EXPECT_DOUBLE_EQ(s.trueField, 50.0 * kDeg / 7.0);
+    EXPECT_EQ(std::tuple(int(bino.systemCount), int(bino.instrumentKind), int(s.opticsType)), std::tuple(1, 1, 10));
+    EXPECT_EQ(std::tuple(s.aperture, s.magnification, s.focalRatio, s.condition), std::tuple(50.0, 7.0, 1.0, 1.0));
+    EXPECT_DOUBLE_EQ(s.trueField, 0.12466637514245212);  // the 50-degree row at 7x
 
     OpticalSystem given;
     EXPECT_EQ(BinocularsInit(&given, "B", 15.0, 70.0, 4.4), 1);
@@ -269,39 +256,33 @@ TEST(LimitingMagnitudeModel, ExperienceAndConditionNames) {
         EXPECT_EQ(ExperienceIndex(i * 0.25), i);
     }
     EXPECT_EQ(ExperienceName(5), nullptr);
-    EXPECT_STREQ(ConditionName(0.0), "very clean");
-    EXPECT_STREQ(ConditionName(0.25), "clean");
-    EXPECT_STREQ(ConditionName(0.74), "a little dirty");
-    EXPECT_STREQ(ConditionName(0.75), "dirty");
-    EXPECT_STREQ(ConditionName(1.0), "filthy");
+    const std::pair<double, const char*> conditions[] = {
+        {0.0, "very clean"}, {0.25, "clean"}, {0.74, "a little dirty"}, {0.75, "dirty"}, {1.0, "filthy"}};
+    for (auto [c, name] : conditions) EXPECT_STREQ(ConditionName(c), name) << c;
 }
 
 class ScopeTableTest : public ScratchTest {};
 
 TEST_F(ScopeTableTest, NewTelescopeFromARowKeepsTheInchRounding) {
-    Bytes table(4 + 2 * 85, 0);
-    table[0] = 2;
-    Bytes& t = table;
-    t[4 + 85] = 1;      // refractor
-    t[4 + 85 + 1] = 0;  // alt/azimuth
+    // Two 85-byte rows; the second: refractor, alt/azimuth, 80 by 600 mm, flips 1 and 0.
+    Bytes t(4 + 2 * 85, 0);
+    t[0] = 2;
+    t[4 + 85] = 1;
     PokeF64(t, 4 + 85 + 2, 80.0);
     PokeF64(t, 4 + 85 + 10, 600.0);
     t[4 + 85 + 18] = 1;
-    t[4 + 85 + 19] = 0;
     const char model[] = "Refractor 80mm f/7.5 on a very long mount name";
     std::memcpy(&t[4 + 85 + 20], model, sizeof model);
-    WriteFileBytes("scopes.bin", table);
+    WriteFileBytes("scopes.bin", t);
 
     InstrumentRecord r;
     ASSERT_EQ(NewTelescopeFromChoice(&r, 2), 1);
     EXPECT_STREQ(r.name, "Refractor 80mm f/7.5 on a very ");  // 31 characters
-    EXPECT_EQ(r.mounting, 0);
-    EXPECT_EQ(r.mainSystem.opticsType, 1);
+    EXPECT_EQ(std::tuple(int(r.mounting), int(r.mainSystem.opticsType)), std::tuple(0, 1));
     EXPECT_DOUBLE_EQ(r.mainSystem.aperture, 79.99984);
     EXPECT_DOUBLE_EQ(r.mainSystem.focalLength, 599.9988);
     EXPECT_DOUBLE_EQ(r.mainSystem.focalRatio, 7.5);
-    EXPECT_EQ(r.mainSystem.imageFlipB, 0);
-    EXPECT_EQ(r.mainSystem.condition, 0.5);
+    EXPECT_EQ(std::tuple(int(r.mainSystem.imageFlipB), r.mainSystem.condition), std::tuple(0, 0.5));
     EXPECT_STREQ(r.finderSystem.systemName, "Finder");
 
     ASSERT_EQ(NewTelescopeFromChoice(&r, 0), 1);

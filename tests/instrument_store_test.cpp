@@ -1,4 +1,5 @@
 #include <cstring>
+#include <tuple>
 
 #include "stores/instrument_store.h"
 #include "support.h"
@@ -18,6 +19,17 @@ protected:
     void SetUp() override {
         ScratchTest::SetUp();
         MakeDirs("user");
+    }
+    // A new store with the given (name, kind) records added, left open.
+    static FilePtr StoreWith(std::initializer_list<std::pair<const char*, int>> records) {
+        EXPECT_EQ(InstrumentStoreCreate(), 1);
+        int count = 0;
+        FilePtr f = InstrumentStoreOpen(&count);
+        for (auto [n, k] : records) {
+            InstrumentRecord r = Named(n, static_cast<uint8_t>(k));
+            EXPECT_EQ(InstrumentAdd(f.get(), &r), 1);
+        }
+        return f;
     }
     static std::pair<int, int> Header() {
         const Bytes b = ReadFileBytes("user/instr.bin");
@@ -39,37 +51,8 @@ TEST_F(InstrumentStoreTest, OpenNeedsTheStoreToBeCreatedFirst) {
     EXPECT_EQ(count, 0);
 }
 
-TEST_F(InstrumentStoreTest, IdsStartAtOneAndAreNeverGivenTwice) {
-    ASSERT_EQ(InstrumentStoreCreate(), 1);
-    int count = 0;
-    FilePtr f = InstrumentStoreOpen(&count);
-    InstrumentRecord a = Named("A", 0), b = Named("B", 0), c = Named("C", 1);
-    ASSERT_EQ(InstrumentAdd(f.get(), &a), 1);
-    EXPECT_EQ(a.id, 1);
-    ASSERT_EQ(InstrumentAdd(f.get(), &b), 1);
-    EXPECT_EQ(b.id, 2);
-    ASSERT_EQ(InstrumentDelete(f.get(), 0), 1);
-    ASSERT_EQ(InstrumentAdd(f.get(), &c), 1);
-    EXPECT_EQ(c.id, 3);
-    f.reset();
-    EXPECT_EQ(Header(), std::make_pair(3, 2));
-    f = InstrumentStoreOpen(&count);
-    EXPECT_EQ(NameAt(f.get(), 0), "B");
-    EXPECT_EQ(NameAt(f.get(), 1), "C");
-    InstrumentRecord found;
-    ASSERT_EQ(InstrumentFindById(f.get(), &found, 3), 1);
-    EXPECT_STREQ(found.name, "C");
-    EXPECT_EQ(InstrumentFindById(f.get(), &found, 1), 0);
-}
-
-TEST_F(InstrumentStoreTest, DeleteMovesTheTailAsOneBlockAndKeepsTheFileLength) {
-    ASSERT_EQ(InstrumentStoreCreate(), 1);
-    int count = 0;
-    FilePtr f = InstrumentStoreOpen(&count);
-    for (const char* n : {"A", "B", "C"}) {
-        InstrumentRecord r = Named(n, 0);
-        ASSERT_EQ(InstrumentAdd(f.get(), &r), 1);
-    }
+TEST_F(InstrumentStoreTest, IdsAreNeverGivenTwiceAndDeleteMovesTheTailKeepingTheLength) {
+    FilePtr f = StoreWith({{"A", 0}, {"B", 0}, {"C", 0}});
     ASSERT_EQ(InstrumentDelete(f.get(), 0), 1);
     EXPECT_EQ(InstrumentDelete(f.get(), 2), 0);
     f.reset();
@@ -81,31 +64,34 @@ TEST_F(InstrumentStoreTest, DeleteMovesTheTailAsOneBlockAndKeepsTheFileLength) {
     EXPECT_EQ(b[4 + 2 * 8750 + 8718], 'C');  // stale copy behind the count
 
     // A record other than the first: only what follows it moves.
+    int count = 0;
     f = InstrumentStoreOpen(&count);
     InstrumentRecord d = Named("D", 0);
     ASSERT_EQ(InstrumentAdd(f.get(), &d), 1);
+    EXPECT_EQ(d.id, 4);
     ASSERT_EQ(InstrumentDelete(f.get(), 1), 1);
     EXPECT_EQ(NameAt(f.get(), 0), "B");
     EXPECT_EQ(NameAt(f.get(), 1), "D");
+    InstrumentRecord found;
+    ASSERT_EQ(InstrumentFindById(f.get(), &found, 4), 1);
+    EXPECT_STREQ(found.name, "D");
+    EXPECT_EQ(InstrumentFindById(f.get(), &found, 1), 0);
     f.reset();
     EXPECT_EQ(Header(), std::make_pair(4, 2));
 }
 
 TEST_F(InstrumentStoreTest, WrittenRecordReadsBackFieldByField) {
-    ASSERT_EQ(InstrumentStoreCreate(), 1);
-    int count = 0;
-    FilePtr f = InstrumentStoreOpen(&count);
-    InstrumentRecord a = Named("A", 0), b = Named("B", 1);
-    ASSERT_EQ(InstrumentAdd(f.get(), &a), 1);
-    ASSERT_EQ(InstrumentAdd(f.get(), &b), 1);
+    FilePtr f = StoreWith({{"A", 0}, {"B", 1}});
+    InstrumentRecord b = Named("Big Dob", 1);
+    b.id = 2;
     b.mounting = 1;
     b.defaultEyepiece = 2;
     b.mainSystem.aperture = 254.0;
     b.mainSystem.eyepieceCount = 3;
     b.mainSystem.eyepieces[2].poolId = 0x0A0B;
     b.finderSystem.systemSpare = 0x5A;
-    std::strcpy(b.name, "Big Dob");
     ASSERT_EQ(InstrumentWrite(f.get(), b, 1), 1);
+    EXPECT_EQ(InstrumentWrite(f.get(), b, 2), 0);  // only inside the count
     InstrumentRecord r;
     ASSERT_EQ(InstrumentRead(f.get(), 1, &r), 1);
     EXPECT_EQ(r.id, 2);
@@ -120,53 +106,31 @@ TEST_F(InstrumentStoreTest, WrittenRecordReadsBackFieldByField) {
     EXPECT_EQ(NameAt(f.get(), 0), "A");  // its neighbour is untouched
 }
 
-TEST_F(InstrumentStoreTest, FindByNameIsExactAndWriteStaysInsideTheCount) {
-    ASSERT_EQ(InstrumentStoreCreate(), 1);
-    int count = 0;
-    FilePtr f = InstrumentStoreOpen(&count);
+TEST_F(InstrumentStoreTest, FindByNameIsExactAndFindsDoNotReadTheStaleRecordPastTheCount) {
+    FilePtr f = StoreWith({{"Refractor", 0}, {"Stale", 0}});
     InstrumentRecord a = Named("Refractor", 0);
+    a.id = 1;
     a.mounting = 1;
-    ASSERT_EQ(InstrumentAdd(f.get(), &a), 1);
-    InstrumentRecord probe = Named("Refractor", 0);
-    int index = -1;
-    ASSERT_EQ(InstrumentFindByName(f.get(), &probe, 1, &index), 1);
-    EXPECT_EQ(index, 0);
-    EXPECT_EQ(probe.mounting, 1);
-    EXPECT_EQ(probe.id, 1);
-    probe = Named("refractor", 0);
-    EXPECT_EQ(InstrumentFindByName(f.get(), &probe, 1, &index), 0);
-    probe = Named("Refractor ", 0);
-    EXPECT_EQ(InstrumentFindByName(f.get(), &probe, 1, &index), 0);
-
-    a.mounting = 0;
-    EXPECT_EQ(InstrumentWrite(f.get(), a, 0), 1);
-    EXPECT_EQ(InstrumentWrite(f.get(), a, 1), 0);
-}
-
-TEST_F(InstrumentStoreTest, FindsDoNotReadTheStaleRecordPastTheCount) {
-    ASSERT_EQ(InstrumentStoreCreate(), 1);
-    int count = 0;
-    FilePtr f = InstrumentStoreOpen(&count);
-    for (const char* n : {"Kept", "Stale"}) {
-        InstrumentRecord r = Named(n, 0);
-        ASSERT_EQ(InstrumentAdd(f.get(), &r), 1);
-    }
+    ASSERT_EQ(InstrumentWrite(f.get(), a, 0), 1);
     ASSERT_EQ(InstrumentDelete(f.get(), 1), 1);  // "Stale", id 2, stays behind the count
+    const struct {
+        const char* name;
+        int result;
+    } cases[] = {{"Refractor", 1}, {"refractor", 0}, {"Refractor ", 0}, {"Stale", 0}};
+    for (const auto& c : cases) {
+        InstrumentRecord probe = Named(c.name, 0);
+        int index = -1;
+        EXPECT_EQ(InstrumentFindByName(f.get(), &probe, 1, &index), c.result) << c.name;
+        if (c.result) {  // the stored record is handed back
+            EXPECT_EQ(std::tuple(index, int(probe.mounting), int(probe.id)), std::tuple(0, 1, 1));
+        }
+    }
     InstrumentRecord found;
     EXPECT_EQ(InstrumentFindById(f.get(), &found, 2), 0);
-    InstrumentRecord probe = Named("Stale", 0);
-    int index = -1;
-    EXPECT_EQ(InstrumentFindByName(f.get(), &probe, 1, &index), 0);
 }
 
 TEST_F(InstrumentStoreTest, MoveSwapsOnlyWithTheNearestOfTheSameKind) {
-    ASSERT_EQ(InstrumentStoreCreate(), 1);
-    int count = 0;
-    FilePtr f = InstrumentStoreOpen(&count);
-    for (auto [n, k] : {std::pair{"T1", 0}, {"B1", 1}, {"T2", 0}}) {
-        InstrumentRecord r = Named(n, static_cast<uint8_t>(k));
-        ASSERT_EQ(InstrumentAdd(f.get(), &r), 1);
-    }
+    FilePtr f = StoreWith({{"T1", 0}, {"B1", 1}, {"T2", 0}});
     int to = -1;
     ASSERT_EQ(InstrumentMove(f.get(), 0, 3, +1, &to), 1);
     EXPECT_EQ(to, 2);
@@ -186,13 +150,7 @@ TEST_F(InstrumentStoreTest, MoveSwapsOnlyWithTheNearestOfTheSameKind) {
 }
 
 TEST_F(InstrumentStoreTest, BackupCopiesHeaderAndCountedRecords) {
-    ASSERT_EQ(InstrumentStoreCreate(), 1);
-    {
-        int count = 0;
-        FilePtr f = InstrumentStoreOpen(&count);
-        InstrumentRecord r = Named("Only", 0);
-        ASSERT_EQ(InstrumentAdd(f.get(), &r), 1);
-    }
+    StoreWith({{"Only", 0}});
     const Bytes before = ReadFileBytes("user/instr.bin");
     ASSERT_EQ(InstrumentBackup(), 1);
     EXPECT_EQ(ReadFileBytes("user/instr.bak"), before);

@@ -30,7 +30,6 @@ TEST_F(LegacyFolderTest, FolderWithoutChartsIsRefusedWithThePathMessage) {
     ASSERT_EQ(shown_.size(), 1u);
     EXPECT_EQ(shown_[0].text, "Vesperal 1.x files not found. Check your path and try again.");
     EXPECT_EQ(shown_[0].title, "Ferry 2 Message");
-    EXPECT_FALSE(FileExists("ferry2.ini"));
 }
 
 TEST_F(LegacyFolderTest, ChartsAloneProveTheFolderWhichIsRememberedWithoutLineEnd) {

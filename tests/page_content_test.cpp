@@ -15,31 +15,13 @@ protected:
         ScratchTest::SetUp();
         MakeDirs("v1");
     }
-    static std::vector<std::string> Texts(const PageContent& p) {
+    // Each row as its text and item data, "text@data".
+    static std::vector<std::string> Rows(const PageContent& p) {
         std::vector<std::string> out;
-        for (const auto& r : p.rows) out.push_back(r.text);
-        return out;
-    }
-    static std::vector<intptr_t> ItemData(const PageContent& p) {
-        std::vector<intptr_t> out;
-        for (const auto& r : p.rows) out.push_back(r.itemData);
+        for (const auto& r : p.rows) out.push_back(r.text + "@" + std::to_string(r.itemData));
         return out;
     }
 };
-
-// A 1705-byte legacy instrument with its name and kind byte.
-Bytes InstrumentBytes(const std::string& name, uint8_t kind) {
-    Bytes b(1705, 0);
-    b[4] = kind;
-    std::memcpy(&b[1673], name.data(), name.size());
-    return b;
-}
-
-Bytes InstrumentFile(const std::vector<Bytes>& records, uint16_t count) {
-    Bytes out = {9, 0, static_cast<uint8_t>(count), static_cast<uint8_t>(count >> 8)};
-    for (const Bytes& r : records) out.insert(out.end(), r.begin(), r.end());
-    return out;
-}
 
 // obs.idx from (name, object count) rows; a null name is a free row.
 Bytes ListIndex(const std::vector<std::pair<const char*, uint16_t>>& rows) {
@@ -63,8 +45,7 @@ TEST_F(PageContentTest, LocationsPageShowsEveryReadableRecordTicked) {
     PageContent page;
     FillLocationsPage("v1", page);
     EXPECT_EQ(page.columns, "Observing Location");
-    EXPECT_EQ(Texts(page), (std::vector<std::string>{"One", ""}));
-    EXPECT_EQ(ItemData(page), (std::vector<intptr_t>{0, 1}));
+    EXPECT_EQ(Rows(page), (std::vector<std::string>{"One@0", "@1"}));
     EXPECT_EQ(page.ticks, (std::vector<uint8_t>{1, 1}));
 
     WriteFileBytes("v1/loc.bin", LocationFileBytes({}));
@@ -76,15 +57,14 @@ TEST_F(PageContentTest, LocationsPageShowsEveryReadableRecordTicked) {
 
 TEST_F(PageContentTest, InstrumentsPageNamesTheTypeByTheKindByte) {
     WriteFileBytes("v1/instr.bin",
-                   InstrumentFile({InstrumentBytes("Dob", 0), InstrumentBytes("10x50", 1),
-                                   InstrumentBytes("Big Eyes", 3)},
-                                  4));  // a fourth record that is not there
+                   LegacyInstrumentFile({LegacyInstrumentBytes("Dob", 1, 0), LegacyInstrumentBytes("10x50", 1, 1),
+                                         LegacyInstrumentBytes("Big Eyes", 1, 3)},
+                                        4));  // a fourth record that is not there
     PageContent page;
     FillInstrumentsPage("v1", page);
     EXPECT_EQ(page.columns, "Instrument\tType");
-    EXPECT_EQ(Texts(page), (std::vector<std::string>{"Dob\tTelescope", "10x50\tBinoculars",
-                                                     "Big Eyes\tBinoculars"}));
-    EXPECT_EQ(ItemData(page), (std::vector<intptr_t>{0, 1, 2}));
+    EXPECT_EQ(Rows(page), (std::vector<std::string>{"Dob\tTelescope@0", "10x50\tBinoculars@1",
+                                                    "Big Eyes\tBinoculars@2"}));
     EXPECT_EQ(page.ticks, (std::vector<uint8_t>{1, 1, 1}));
 }
 
@@ -102,8 +82,7 @@ TEST_F(PageContentTest, ListsPageTicksFallOnTheRunningRowCountNotTheIndexRow) {
         PageContent page;
         FillListsPage("v1", log.get(), page);
         EXPECT_EQ(page.columns, "Observing List\tObjects");
-        EXPECT_EQ(Texts(page), (std::vector<std::string>{"Messier\t   3", "Messier\t   1", "Caldwell\t  12"}));
-        EXPECT_EQ(ItemData(page), (std::vector<intptr_t>{0, 3, 4}));
+        EXPECT_EQ(Rows(page), (std::vector<std::string>{"Messier\t   3@0", "Messier\t   1@3", "Caldwell\t  12@4"}));
         // Up to the highest row in use; set at 0, 1, 2 although the rows are
         // 0, 3 and 4: the second Messier and Caldwell come up unticked.
         EXPECT_EQ(page.ticks, (std::vector<uint8_t>{1, 1, 1, 0, 0}));
