@@ -132,10 +132,8 @@ TEST(TextParse, DatesWithMonthsKeywordsAndEras) {
         Instant a;
         ASSERT_EQ(Parse(c.text, &a, c.site), c.result) << c.text;
         if (c.result != 1) continue;
-        EXPECT_EQ(a.year, c.year) << c.text;
-        EXPECT_EQ(a.month, c.month) << c.text;
-        EXPECT_EQ(a.day, c.day) << c.text;
-        EXPECT_EQ(a.utHours, c.utHours) << c.text;
+        EXPECT_EQ((std::vector<double>{1.0 * a.year, 1.0 * a.month, 1.0 * a.day, a.utHours}),
+                  (std::vector<double>{1.0 * c.year, 1.0 * c.month, 1.0 * c.day, c.utHours})) << c.text;
     }
     Instant a;
     ASSERT_EQ(Parse("2000 1 1", &a), 1);
@@ -201,7 +199,8 @@ TEST(DateText, EveningRuleAndTheLocalClock) {
 }
 
 TEST(FixedFields, ColumnsOfCatalogueLines) {
-    EXPECT_EQ((std::vector<long>{FixedInt(" 12 3xyz", 5), FixedInt("  -45", 5), FixedInt("   ab", 5), FixedInt("12", 5)}),
+    EXPECT_EQ((std::vector<long>{FixedInt(" 12 3xyz", 5), FixedInt("  -45", 5), FixedInt("   ab", 5),
+                                 FixedInt("12", 5)}),
               (std::vector<long>{123, -45, kParseFailedInt, 12}));  // the last line ends early
     EXPECT_EQ((std::vector<double>{FixedReal(" 1 2.5 ", 7), FixedReal("     ", 5), FixedReal(" x   ", 5)}),
               (std::vector<double>{12.5, kParseFailed, kParseFailed}));
@@ -212,10 +211,9 @@ TEST(FixedFields, ColumnsOfCatalogueLines) {
 }
 
 TEST(Magnitudes, RoundingColourSurfaceAndDistance) {
-    EXPECT_EQ(RoundSignificant(0.0, 3), 0.0);
-    EXPECT_DOUBLE_EQ(RoundSignificant(123456.0, 3), 123000.0);
-    EXPECT_DOUBLE_EQ(RoundSignificant(-0.0012345, 2), -0.0012);
-    EXPECT_DOUBLE_EQ(RoundSignificant(2.45, 2), 2.5);
+    for (auto [value, digits, rounded] :
+         {std::tuple{0.0, 3, 0.0}, {123456.0, 3, 123000.0}, {-0.0012345, 2, -0.0012}, {2.45, 2, 2.5}})
+        EXPECT_DOUBLE_EQ(RoundSignificant(value, digits), rounded) << value;
 
     const std::pair<const char*, double> colours[] = {{"G2", 0.62}, {"K", 0.85}, {"O9", -0.31}, {"M9.5", 1.79},
                                                       {"W5", kParseFailed}, {"g2", kParseFailed},

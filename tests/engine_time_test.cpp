@@ -93,7 +93,7 @@ TEST(InstantState, CalendarDateFromJulianDayMeeus7c) {
         Instant i;
         i.jd = c[0];
         InstantFromJd(nullptr, &i);
-        EXPECT_EQ((std::vector<double>{1.0 * i.year, 1.0 * i.month, 1.0 * i.day}), (std::vector<double>{c[1], c[2], c[3]})) << c[0];
+        EXPECT_EQ((std::vector<double>{1.0 * i.year, 1.0 * i.month, 1.0 * i.day}), (std::vector{c[1], c[2], c[3]})) << c[0];
         // The split is biased by a thousandth of a second's worth of a day.
         EXPECT_NEAR(i.localHours, c[4], 1e-5);
         EXPECT_EQ(i.utHours, i.localHours);

@@ -112,7 +112,8 @@ TEST(SiteSetDst, RangesAreCheckedOnlyForTheRuleMode) {
     EXPECT_EQ((std::vector<int>{s.dstStartWeek, s.dstStartWeekday, s.dstStartMonth, s.dstEndWeek, s.dstEndWeekday,
                                 s.dstEndMonth, s.dstMode}),
               (std::vector<int>{1, 6, 12, 3, 6, 1, 2}));
-    EXPECT_EQ((std::vector<float>{s.dstStartHour, s.dstEndHour, s.dstShiftHours}), (std::vector<float>{25.5f, -3.0f, 1.5f}));
+    EXPECT_EQ((std::vector<float>{s.dstStartHour, s.dstEndHour, s.dstShiftHours}),
+              (std::vector<float>{25.5f, -3.0f, 1.5f}));
 
     // Modes 0 and 1 take out-of-range fields as they come.
     ASSERT_EQ(SiteSetDst(&s, 9, 9, 0, 2, 9, 9, 99, 2, 1, 1), 1);
