@@ -16,11 +16,20 @@
 
 namespace {
 
+constexpr double kArcsec = kRadiansPerArcsecond;
 using Formatter = char* (*)(char*, double);
 
 std::string Text(Formatter f, double value) {
     char buffer[32];
     return f(buffer, value);
+}
+
+// 75 degrees west, five hours behind Greenwich.
+Site EastSite() {
+    char name[] = "East";
+    Site east;
+    SiteInit(&east, 75.0 * kRadiansPerDegree, 0.7, 0.0, 6.0, -5.0, name);
+    return east;
 }
 
 TEST(AngleText, FormsCarriesWrapsAndSigns) {
@@ -50,16 +59,22 @@ TEST(AngleText, FormsCarriesWrapsAndSigns) {
         {ClockText, 24.25, "00:15"},
         {ClockText, -1.5, "01:30"},  // the sign is dropped
         {ClockSecondsText, 6.0 + 7.0 / 60.0 + 8.6 / 3600.0, "06:07:09"},
+        // Small angles choose their unit.
+        {SmallAngleText, 12.4 * kArcsec, "12\""},
+        {SmallAngleText, 754.0 * kArcsec, "12'34\""},
+        {SmallAngleText, 2.5 * kRadiansPerDegree, "+02\xb0" "30'"},
+        {SmallAngleText, 45.2 * kRadiansPerDegree, "45\xb0"},
+        {SmallAngleTenthsText, 12.44 * kArcsec, "12.4\""},
+        {SmallAngleTenthsText, 754.0 * kArcsec, "12'34\""},
+        {SmallAngleTenthsText, 2.5 * kRadiansPerDegree, "+02\xb0" "30'00\""},
     };
     for (const Case& c : cases) EXPECT_EQ(Text(c.f, c.value), c.text) << c.value;
 }
 
 TEST(AngleText, TwelveHourClockAndOppositeLongitude) {
-    SetClockTwelveHour(true);
-    EXPECT_EQ(Text(ClockText, 12.0), "00:00p");  // the twelve is never shown
-    EXPECT_EQ(Text(ClockText, 12.5), "00:30p");
-    EXPECT_EQ(Text(ClockText, 0.5), "00:30a");
-    EXPECT_EQ(Text(ClockText, 23.0), "11:00p");
+    SetClockTwelveHour(true);  // the twelve is never shown
+    for (auto [hours, text] : {std::pair{12.0, "00:00p"}, {12.5, "00:30p"}, {0.5, "00:30a"}, {23.0, "11:00p"}})
+        EXPECT_EQ(Text(ClockText, hours), text);
     EXPECT_EQ(Text(ClockSecondsText, 13.5), "01:30:00p");
     SetClockTwelveHour(false);
     EXPECT_EQ(Text(ClockText, 12.0), "12:00");
@@ -71,33 +86,15 @@ TEST(AngleText, TwelveHourClockAndOppositeLongitude) {
     SetLongitudeFromOpposite(false);
 }
 
-TEST(AngleText, SmallAnglesChooseTheirUnit) {
-    const double arcsec = kRadiansPerArcsecond;
-    EXPECT_EQ(Text(SmallAngleText, 12.4 * arcsec), "12\"");
-    EXPECT_EQ(Text(SmallAngleText, 754.0 * arcsec), "12'34\"");
-    EXPECT_EQ(Text(SmallAngleText, 2.5 * kRadiansPerDegree), "+02\xb0" "30'");
-    EXPECT_EQ(Text(SmallAngleText, 45.2 * kRadiansPerDegree), "45\xb0");
-    EXPECT_EQ(Text(SmallAngleTenthsText, 12.44 * arcsec), "12.4\"");
-    EXPECT_EQ(Text(SmallAngleTenthsText, 754.0 * arcsec), "12'34\"");
-    EXPECT_EQ(Text(SmallAngleTenthsText, 2.5 * kRadiansPerDegree), "+02\xb0" "30'00\"");
-}
-
 TEST(TextParse, SexagesimalSpellings) {
     const double v = 12.0 + 34.0 / 60.0 + 56.0 / 3600.0;
     for (const char* t : {"12h34m56s", "12:34:56", "12 34 56", "12\xb0" "34'56\"", "  12:34:56  "})
         EXPECT_DOUBLE_EQ(ParseSexagesimal(t), v) << t;
-    EXPECT_DOUBLE_EQ(ParseSexagesimal("-0 30"), -0.5);
-    EXPECT_DOUBLE_EQ(ParseSexagesimal("12h34m"), 12.0 + 34.0 / 60.0);
-    EXPECT_EQ(ParseSexagesimal("12h 34m"), kParseFailed);  // an empty piece
-    EXPECT_EQ(ParseSexagesimal(""), 0.0);
-    EXPECT_EQ(ParseSexagesimal("-"), kParseFailed);
-    EXPECT_EQ(ParseSexagesimal("+"), kParseFailed);
-    EXPECT_EQ(ParseSexagesimal("abc"), kParseFailed);
-    EXPECT_DOUBLE_EQ(ParseSexagesimal("1:30p"), 13.5);
-    EXPECT_DOUBLE_EQ(ParseSexagesimal("12:30p"), 12.5);
-    EXPECT_DOUBLE_EQ(ParseSexagesimal("12:00p"), 24.0);
-    EXPECT_DOUBLE_EQ(ParseSexagesimal("2451545.25"), 2451545.25);
-    EXPECT_DOUBLE_EQ(ParseSexagesimal("1:2:3:4"), 1.0 + 2.0 / 60.0 + 3.0 / 3600.0);
+    const std::pair<const char*, double> cases[] = {
+        {"-0 30", -0.5}, {"12h34m", 12.0 + 34.0 / 60.0}, {"12h 34m", kParseFailed} /* an empty piece */, {"", 0.0},
+        {"-", kParseFailed}, {"+", kParseFailed}, {"abc", kParseFailed}, {"1:30p", 13.5}, {"12:30p", 12.5},
+        {"12:00p", 24.0}, {"2451545.25", 2451545.25}, {"1:2:3:4", 1.0 + 2.0 / 60.0 + 3.0 / 3600.0}};
+    for (const auto& [text, value] : cases) EXPECT_DOUBLE_EQ(ParseSexagesimal(text), value) << text;
 }
 
 int Parse(const char* text, Instant* instant, Site* site = nullptr) {
@@ -108,9 +105,7 @@ int Parse(const char* text, Instant* instant, Site* site = nullptr) {
 }
 
 TEST(TextParse, DatesWithMonthsKeywordsAndEras) {
-    char name[] = "East";
-    Site east;
-    SiteInit(&east, 75.0 * kRadiansPerDegree, 0.7, 0.0, 6.0, -5.0, name);
+    Site east = EastSite();
     const struct {
         const char* text;
         Site* site;
@@ -137,10 +132,8 @@ TEST(TextParse, DatesWithMonthsKeywordsAndEras) {
         Instant a;
         ASSERT_EQ(Parse(c.text, &a, c.site), c.result) << c.text;
         if (c.result != 1) continue;
-        EXPECT_EQ(a.year, c.year) << c.text;
-        EXPECT_EQ(a.month, c.month) << c.text;
-        EXPECT_EQ(a.day, c.day) << c.text;
-        EXPECT_EQ(a.utHours, c.utHours) << c.text;
+        EXPECT_EQ((std::vector<double>{1.0 * a.year, 1.0 * a.month, 1.0 * a.day, a.utHours}),
+                  (std::vector<double>{1.0 * c.year, 1.0 * c.month, 1.0 * c.day, c.utHours})) << c.text;
     }
     Instant a;
     ASSERT_EQ(Parse("2000 1 1", &a), 1);
@@ -154,17 +147,13 @@ TEST(TextParse, DatesWithMonthsKeywordsAndEras) {
 }
 
 TEST(TextParse, ClockWords) {
-    char name[] = "East";
-    Site east;
-    SiteInit(&east, 75.0 * kRadiansPerDegree, 0.7, 0.0, 6.0, -5.0, name);
-    EXPECT_EQ(ParseClock("8:30 PM", nullptr), 20.5);
-    EXPECT_EQ(ParseClock("20:30 PM", nullptr), 20.5);  // only below 12
-    EXPECT_EQ(ParseClock("20:30 UT", &east), 15.5);    // standard clock time
-    EXPECT_EQ(ParseClock("20:30 UT", nullptr), 20.5);
-    EXPECT_EQ(ParseClock("8 9", nullptr), kParseFailed);
-    EXPECT_EQ(ParseClock("0 9", nullptr), 9.0);  // a first time of 0.0 may be followed
-    EXPECT_EQ(ParseClock("x", nullptr), kParseFailed);
-    EXPECT_EQ(ParseClock(nullptr, nullptr), 0.0);
+    Site east = EastSite();
+    EXPECT_EQ(ParseClock("20:30 UT", &east), 15.5);  // standard clock time
+    // PM only below 12; a first time of 0.0 may be followed.
+    const std::pair<const char*, double> cases[] = {{"8:30 PM", 20.5}, {"20:30 PM", 20.5}, {"20:30 UT", 20.5},
+                                                    {"8 9", kParseFailed}, {"0 9", 9.0}, {"x", kParseFailed},
+                                                    {nullptr, 0.0}};
+    for (const auto& [text, hours] : cases) EXPECT_EQ(ParseClock(text, nullptr), hours) << (text ? text : "null");
 }
 
 TEST(StringHelpers, TrimsCompareAndBaseName) {
@@ -180,16 +169,10 @@ TEST(StringHelpers, TrimsCompareAndBaseName) {
     EXPECT_GT(StringCompareNoCase("alphas", "ALPHA"), 0);
 }
 
-}  // namespace
-
-namespace {
-
 platform::LocalClock FixedClock() { return {2001, 3, 9, 7, 5, 30}; }
 
 TEST(DateText, EveningRuleAndTheLocalClock) {
-    char name[] = "East";
-    Site east;
-    SiteInit(&east, 75.0 * kRadiansPerDegree, 0.7, 0.0, 6.0, -5.0, name);
+    Site east = EastSite();
     char buffer[64];
     const double early = JulianDay(3, 10, 2001, 7.5);  // 02:30 on 10 March, local
     EXPECT_STREQ(DateText(buffer, &east, early, 0), "2001 Mar 10");
@@ -216,13 +199,11 @@ TEST(DateText, EveningRuleAndTheLocalClock) {
 }
 
 TEST(FixedFields, ColumnsOfCatalogueLines) {
-    EXPECT_EQ(FixedInt(" 12 3xyz", 5), 123);
-    EXPECT_EQ(FixedInt("  -45", 5), -45);
-    EXPECT_EQ(FixedInt("   ab", 5), kParseFailedInt);
-    EXPECT_EQ(FixedInt("12", 5), 12);  // a line that ends early
-    EXPECT_EQ(FixedReal(" 1 2.5 ", 7), 12.5);
-    EXPECT_EQ(FixedReal("     ", 5), kParseFailed);
-    EXPECT_EQ(FixedReal(" x   ", 5), kParseFailed);
+    EXPECT_EQ((std::vector<long>{FixedInt(" 12 3xyz", 5), FixedInt("  -45", 5), FixedInt("   ab", 5),
+                                 FixedInt("12", 5)}),
+              (std::vector<long>{123, -45, kParseFailedInt, 12}));  // the last line ends early
+    EXPECT_EQ((std::vector<double>{FixedReal(" 1 2.5 ", 7), FixedReal("     ", 5), FixedReal(" x   ", 5)}),
+              (std::vector<double>{12.5, kParseFailed, kParseFailed}));
     EXPECT_STREQ(FixedText("NGC 224 M31", 7), "NGC 224");
     const char* first = FixedText("abc", 2);
     FixedText("xyz", 3);
@@ -230,19 +211,14 @@ TEST(FixedFields, ColumnsOfCatalogueLines) {
 }
 
 TEST(Magnitudes, RoundingColourSurfaceAndDistance) {
-    EXPECT_EQ(RoundSignificant(0.0, 3), 0.0);
-    EXPECT_DOUBLE_EQ(RoundSignificant(123456.0, 3), 123000.0);
-    EXPECT_DOUBLE_EQ(RoundSignificant(-0.0012345, 2), -0.0012);
-    EXPECT_DOUBLE_EQ(RoundSignificant(2.45, 2), 2.5);
+    for (auto [value, digits, rounded] :
+         {std::tuple{0.0, 3, 0.0}, {123456.0, 3, 123000.0}, {-0.0012345, 2, -0.0012}, {2.45, 2, 2.5}})
+        EXPECT_DOUBLE_EQ(RoundSignificant(value, digits), rounded) << value;
 
-    EXPECT_EQ(ColorIndexOfClass("G2"), 0.62);
-    EXPECT_EQ(ColorIndexOfClass("K"), 0.85);
-    EXPECT_EQ(ColorIndexOfClass("O9"), -0.31);
-    EXPECT_EQ(ColorIndexOfClass("M9.5"), 1.79);
-    EXPECT_EQ(ColorIndexOfClass("W5"), kParseFailed);
-    EXPECT_EQ(ColorIndexOfClass("g2"), kParseFailed);
-    EXPECT_EQ(ColorIndexOfClass("A12"), kParseFailed);
-    EXPECT_EQ(ColorIndexOfClass(""), kParseFailed);
+    const std::pair<const char*, double> colours[] = {{"G2", 0.62}, {"K", 0.85}, {"O9", -0.31}, {"M9.5", 1.79},
+                                                      {"W5", kParseFailed}, {"g2", kParseFailed},
+                                                      {"A12", kParseFailed}, {"", kParseFailed}};
+    for (const auto& [type, index] : colours) EXPECT_EQ(ColorIndexOfClass(type), index) << type;
 
     // A 10' by 10' ellipse of magnitude 10: 10 + 2.5 log10(90000 pi).
     EXPECT_NEAR(SurfaceBrightness(10.0, 10.0, 10.0), 23.6285, 0.0001);

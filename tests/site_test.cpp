@@ -27,15 +27,11 @@ TEST(SiteImage, FieldsStandAtTheirOffsetsInLittleEndian) {
     EXPECT_EQ(Slice(b, 0, 8), (Bytes{0, 0, 0, 0, 0, 0, 0, 0x40}));        // longitude 2.0
     EXPECT_EQ(Slice(b, 8, 8), (Bytes{0, 0, 0, 0, 0, 0, 0, 0}));           // latitude 0.0
     EXPECT_EQ(Slice(b, 16, 8), (Bytes{0, 0, 0, 0, 0, 0x88, 0xC3, 0x40}));  // height 10000.0
-    EXPECT_EQ(Slice(b, 24, 8), (Bytes{0, 0, 0, 0, 0, 0, 0, 0}));          // sin 0
-    EXPECT_EQ(Slice(b, 32, 8), (Bytes{0, 0, 0, 0, 0, 0, 0xF0, 0x3F}));    // cos 0 = 1.0
+    EXPECT_EQ(Slice(b, 24, 16), (Bytes{0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0xF0, 0x3F}));  // sin 0, cos 0
     EXPECT_EQ(Slice(b, 48, 8), (Bytes{0, 0, 0, 0, 0, 0, 0x1A, 0x40}));    // limit 6.5
     EXPECT_EQ(Slice(b, 72, 8), (Bytes{0, 0, 0, 0, 0, 0, 0x20, 0xC0}));    // zone -8.0
-    EXPECT_EQ(Slice(b, 80, 4), (Bytes{0, 0, 0, 0x40}));                   // start hour 2.0f
-    EXPECT_EQ(Slice(b, 84, 4), (Bytes{0, 0, 0, 0x40}));                   // end hour 2.0f
-    EXPECT_EQ(Slice(b, 88, 4), (Bytes{0, 0, 0x80, 0x3F}));                // shift 1.0f
-    // weekdays 0 0, weeks 0 3, months 4 10, mode 0
-    EXPECT_EQ(Slice(b, 92, 7), (Bytes{0, 0, 0, 3, 4, 10, 0}));
+    // Start and end hour 2.0f, shift 1.0f; weekdays 0 0, weeks 0 3, months 4 10, mode 0.
+    EXPECT_EQ(Slice(b, 80, 19), (Bytes{0, 0, 0, 0x40, 0, 0, 0, 0x40, 0, 0, 0x80, 0x3F, 0, 0, 0, 3, 4, 10, 0}));
     Bytes name33(33, 0);
     std::memcpy(name33.data(), "Palomar", 7);
     EXPECT_EQ(Slice(b, 99, 33), name33);
@@ -70,26 +66,23 @@ TEST(SiteInit, DerivedGeocentricTermsMatchPalomar) {
     EXPECT_NEAR(s.horizonDip, -0.0254712, 5e-9);
 }
 
-TEST(SiteInit, EquatorAndPoleWorkedByHand) {
+// On the equator u = 0: rho sin = 0, rho cos = 1 + h / 6378140; at the pole
+// rho sin = 1 - f = 0.99664719 at sea level. No dip at or below sea level.
+TEST(SiteInit, EquatorPoleAndSeaLevelWorkedByHand) {
+    const struct {
+        double latitude, height, rhoSin, rhoCos, dip;
+    } cases[] = {{0.0, 10000.0, 0.0, 1.0015678552, -0.061668}, {std::numbers::pi / 2, 0.0, 0.99664719, 0.0, 0.0}};
     Site s;
-    // On the equator u = 0: rho sin = 0, rho cos = 1 + h / 6378140.
-    SiteInit(&s, 0.0, 0.0, 10000.0, 6.5, 0.0, nullptr);
-    EXPECT_EQ(s.rhoSinPhi, 0.0);
-    EXPECT_NEAR(s.rhoCosPhi, 1.0015678552, 1e-10);
-    EXPECT_NEAR(s.horizonDip, -0.061668, 1e-15);
-    // At the pole: rho sin = (1 - f) + h = 0.99664719 at sea level.
-    SiteInit(&s, 0.0, std::numbers::pi / 2, 0.0, 6.5, 0.0, nullptr);
-    EXPECT_NEAR(s.rhoSinPhi, 0.99664719, 1e-12);
-    EXPECT_NEAR(s.rhoCosPhi, 0.0, 1e-12);
-}
-
-TEST(SiteInit, DipIsZeroAtAndBelowSeaLevel) {
-    Site s;
-    SiteInit(&s, 0.0, 0.5, 0.0, 6.5, 0.0, nullptr);
-    EXPECT_EQ(s.horizonDip, 0.0);
-    SiteInit(&s, 0.0, 0.5, -400.0, 6.5, 0.0, nullptr);
-    EXPECT_EQ(s.horizonDip, 0.0);
-    EXPECT_FALSE(std::isnan(s.horizonDip));
+    for (const auto& c : cases) {
+        SiteInit(&s, 0.0, c.latitude, c.height, 6.5, 0.0, nullptr);
+        EXPECT_NEAR(s.rhoSinPhi, c.rhoSin, 1e-10) << c.height;
+        EXPECT_NEAR(s.rhoCosPhi, c.rhoCos, 1e-10) << c.height;
+        EXPECT_NEAR(s.horizonDip, c.dip, 1e-15) << c.height;
+    }
+    for (double height : {0.0, -400.0}) {
+        SiteInit(&s, 0.0, 0.5, height, 6.5, 0.0, nullptr);
+        EXPECT_EQ(s.horizonDip, 0.0) << height;  // never NaN
+    }
 }
 
 TEST(SiteInit, LongNameIsCutInTheCallersStringAndNullSiteFails) {
@@ -105,32 +98,22 @@ TEST(SiteSetDst, RangesAreCheckedOnlyForTheRuleMode) {
     Site s;
     SiteInit(&s, 0, 0, 0, 6.5, 0, nullptr);
     const Site before = s;
-    // Bad mode: refused, nothing changed.
-    EXPECT_EQ(SiteSetDst(&s, 0, 0, 4, 2, 3, 0, 10, 2, 1, 3), 0);
-    EXPECT_EQ(SiteSetDst(&s, 0, 0, 4, 2, 3, 0, 10, 2, 1, -1), 0);
     EXPECT_EQ(SiteSetDst(nullptr, 0, 0, 4, 2, 3, 0, 10, 2, 1, 2), 0);
-    EXPECT_EQ(Image(s), Image(before));
-
-    // Mode 2 checks weeks, weekdays and months.
-    EXPECT_EQ(SiteSetDst(&s, 2, 0, 4, 2, 3, 0, 10, 2, 1, 2), 0);   // start week 2
-    EXPECT_EQ(SiteSetDst(&s, 0, 7, 4, 2, 3, 0, 10, 2, 1, 2), 0);   // weekday 7
-    EXPECT_EQ(SiteSetDst(&s, 0, 0, 4, 2, 3, 7, 10, 2, 1, 2), 0);   // end weekday 7
-    EXPECT_EQ(SiteSetDst(&s, 0, 0, 0, 2, 3, 0, 10, 2, 1, 2), 0);   // month 0
-    EXPECT_EQ(SiteSetDst(&s, 0, 0, 4, 2, 3, 0, 13, 2, 1, 2), 0);   // month 13
-    EXPECT_EQ(SiteSetDst(&s, 0, 0, 4, 2, 4, 0, 10, 2, 1, 2), 0);   // end week 4
+    // Refused, nothing changed: a bad mode; in mode 2 a start week 2, weekday 7,
+    // end weekday 7, month 0 or 13, end week 4.
+    const int refused[][7] = {{0, 0, 4, 3, 0, 10, 3},  {0, 0, 4, 3, 0, 10, -1}, {2, 0, 4, 3, 0, 10, 2},
+                              {0, 7, 4, 3, 0, 10, 2},  {0, 0, 4, 3, 7, 10, 2},  {0, 0, 0, 3, 0, 10, 2},
+                              {0, 0, 4, 3, 0, 13, 2},  {0, 0, 4, 4, 0, 10, 2}};
+    for (const auto& r : refused) EXPECT_EQ(SiteSetDst(&s, r[0], r[1], r[2], 2, r[3], r[4], r[5], 2, 1, r[6]), 0);
     EXPECT_EQ(Image(s), Image(before));
 
     // Limits pass; the hours are never checked.
     ASSERT_EQ(SiteSetDst(&s, 1, 6, 12, 25.5, 3, 6, 1, -3.0, 1.5, 2), 1);
-    EXPECT_EQ(s.dstStartWeek, 1);
-    EXPECT_EQ(s.dstStartWeekday, 6);
-    EXPECT_EQ(s.dstStartMonth, 12);
-    EXPECT_EQ(s.dstStartHour, 25.5f);
-    EXPECT_EQ(s.dstEndWeek, 3);
-    EXPECT_EQ(s.dstEndMonth, 1);
-    EXPECT_EQ(s.dstEndHour, -3.0f);
-    EXPECT_EQ(s.dstShiftHours, 1.5f);
-    EXPECT_EQ(s.dstMode, 2);
+    EXPECT_EQ((std::vector<int>{s.dstStartWeek, s.dstStartWeekday, s.dstStartMonth, s.dstEndWeek, s.dstEndWeekday,
+                                s.dstEndMonth, s.dstMode}),
+              (std::vector<int>{1, 6, 12, 3, 6, 1, 2}));
+    EXPECT_EQ((std::vector<float>{s.dstStartHour, s.dstEndHour, s.dstShiftHours}),
+              (std::vector<float>{25.5f, -3.0f, 1.5f}));
 
     // Modes 0 and 1 take out-of-range fields as they come.
     ASSERT_EQ(SiteSetDst(&s, 9, 9, 0, 2, 9, 9, 99, 2, 1, 1), 1);
