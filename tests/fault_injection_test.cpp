@@ -11,6 +11,7 @@
 #include "job_support.h"
 #include "legacy/import_instruments.h"
 #include "legacy/import_locations.h"
+#include "shell/folder_check.h"
 #include "stores/eyepiece_pool.h"
 #include "stores/instrument_store.h"
 #include "stores/location_store.h"
@@ -218,6 +219,11 @@ TEST_F(FaultInjectionTest, ImportsAddWholeRecordsOrLeaveTheStoreMarkedDamaged) {
                               "Instrument: user/instr.bin is damaged "
                               "(its count promises more records than the file holds)\n");
                     EXPECT_EQ(ReadFileBytes(c.shape.path), o.after);
+                    std::vector<std::string> problems;
+                    EXPECT_FALSE(CheckFolders("legacy", problems));
+                    EXPECT_EQ(problems, std::vector<std::string>{
+                                            "user/instr.bin: damaged (its count promises more "
+                                            "records than the file holds)"});
                 }
             });
             EXPECT_GT(calls, 0) << c.what;
