@@ -1,0 +1,20 @@
+# Turns data/strings.txt (number, tab, text) into rows of a C++ initialiser
+# list, {number, "text"},. Comment lines start with '#'.
+#   cmake -DIN=strings.txt -DOUT=strings.inc -P strings_to_table.cmake
+file(STRINGS "${IN}" lines)
+set(body "// Made from ${IN} at build time; edit the text file, not this one.\n")
+foreach(line IN LISTS lines)
+  if(line MATCHES "^#" OR line STREQUAL "")
+    continue()
+  endif()
+  if(NOT line MATCHES "^([0-9]+)\t(.*)$")
+    message(FATAL_ERROR "${IN}: not a string row: ${line}")
+  endif()
+  set(number "${CMAKE_MATCH_1}")
+  set(text "${CMAKE_MATCH_2}")
+  string(REPLACE "\\" "\\\\" text "${text}")
+  string(REPLACE "\"" "\\\"" text "${text}")
+  string(APPEND body "{${number}, \"${text}\"},\n")
+endforeach()
+file(WRITE "${OUT}.tmp" "${body}")
+configure_file("${OUT}.tmp" "${OUT}" COPYONLY)
