@@ -39,3 +39,47 @@ std::string WindowsTextToUtf8(std::string_view bytes) {
     for (const char b : bytes) AppendUtf8(out, CodePoint(static_cast<uint8_t>(b)));
     return out;
 }
+
+namespace {
+
+// The byte of a code point in code page 1252, or '?' when it has none.
+char WindowsByte(char32_t c) {
+    if (c < 0x80 || (c >= 0xA0 && c <= 0xFF)) return static_cast<char>(c);
+    for (int i = 0; i < 32; ++i)
+        if (kRow80[i] == c && c != 0xFFFD) return static_cast<char>(0x80 + i);
+    return '?';
+}
+
+// Decodes one UTF-8 sequence at `p`; the number of bytes taken, with
+// U+FFFD for a malformed one (one byte taken).
+size_t DecodeUtf8(std::string_view s, size_t p, char32_t* c) {
+    const auto b0 = static_cast<uint8_t>(s[p]);
+    size_t n = b0 < 0x80 ? 1 : (b0 >> 5) == 6 ? 2 : (b0 >> 4) == 14 ? 3 : (b0 >> 3) == 30 ? 4 : 0;
+    if (n == 0 || p + n > s.size()) {
+        *c = 0xFFFD;
+        return 1;
+    }
+    char32_t v = n == 1 ? b0 : b0 & (0x7F >> n);
+    for (size_t i = 1; i < n; ++i) {
+        const auto b = static_cast<uint8_t>(s[p + i]);
+        if ((b >> 6) != 2) {
+            *c = 0xFFFD;
+            return 1;
+        }
+        v = (v << 6) | (b & 0x3F);
+    }
+    *c = v;
+    return n;
+}
+
+}  // namespace
+
+std::string Utf8ToWindowsText(std::string_view utf8) {
+    std::string out;
+    for (size_t p = 0; p < utf8.size();) {
+        char32_t c = 0;
+        p += DecodeUtf8(utf8, p, &c);
+        out += WindowsByte(c);
+    }
+    return out;
+}

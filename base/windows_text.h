@@ -12,3 +12,7 @@
 // 0x8F, 0x90, 0x9D) become U+FFFD, the replacement character: their
 // Latin-1 code points are C1 control characters that a terminal may act on.
 std::string WindowsTextToUtf8(std::string_view bytes);
+
+// The Windows-1252 bytes of UTF-8 text: each character the code page holds
+// becomes its byte, any other character (and any malformed sequence) a '?'.
+std::string Utf8ToWindowsText(std::string_view utf8);

@@ -10,6 +10,7 @@
 
 #include "base/control_escape.h"
 #include "base/windows_text.h"
+#include "cli/catalog_verb.h"
 #include "legacy/import_instruments.h"
 #include "legacy/import_locations.h"
 #include "legacy/legacy_instruments.h"
@@ -75,6 +76,7 @@ constexpr Verb kVerbs[] = {
      "                 NUL, a folder or device in place of a file. Prints ok\n"
      "                 when there is none. Writes nothing, not even ferry2.ini;\n"
      "                 exits 1 when it found a problem.\n"},
+    {"catalog", kCatalogSynopsis, kCatalogDetails},
 };
 
 const char kAbout[] =
@@ -95,8 +97,8 @@ const char kOutputAndStatus[] =
     "\n"
     "Exit status: 0 when the rows were listed, or the job succeeded and every\n"
     "ticked row was added or was already there; 1 when the Vesperal 1.x file\n"
-    "could not be read, the job ended with its error form, or a ticked row\n"
-    "could not be added; 2 for a usage error or when start-up fails (data\n"
+    "could not be read, the job ended with its error form, a ticked row\n"
+    "could not be added, or a catalogue lookup found nothing; 2 for a usage error or when start-up fails (data\n"
     "folders not found, Vesperal 1.x folder not accepted).\n";
 
 const Verb* FindVerb(const std::string& name) {
@@ -127,6 +129,7 @@ struct Options {
     std::string subject;
     bool haveRows = false;
     std::vector<size_t> rows;  // from 0
+    std::vector<std::string> catalogWords;  // after "catalog", taken as they are
 };
 
 bool ParseRows(const char* text, std::vector<size_t>& rows) {
@@ -151,6 +154,11 @@ bool ParseArgs(int argc, char** argv, Options& o) {
     std::vector<std::string> words;
     for (int i = 1; i < argc; ++i) {
         const std::string a = argv[i];
+        // After "catalog" every word is a key: "-05" is a zone, not an option.
+        if (!words.empty() && words[0] == "catalog" && a != "--help" && a != "-h") {
+            o.catalogWords.push_back(a);
+            continue;
+        }
         if (a == "--help" || a == "-h") {
             o.help = true;
         } else if (a == "--legacy") {
@@ -169,6 +177,7 @@ bool ParseArgs(int argc, char** argv, Options& o) {
     if (!words.empty()) o.verb = words[0];
     if (o.help) return o.verb.empty() || FindVerb(o.verb);
     if (o.verb == "check") return words.size() == 1 && !o.haveRows;
+    if (o.verb == "catalog") return !o.catalogWords.empty() && !o.haveRows && !o.haveLegacy;
     if (words.size() != 2) return false;
     o.subject = words[1];
     if (o.verb != "list" && o.verb != "import") return false;
@@ -287,6 +296,7 @@ int main(int argc, char** argv) {
         PrintMessage(kDataRootsMissingText, kDataRootsMissingTitle);
         return kExitUsage;
     }
+    if (o.verb == "catalog") return RunCatalog(o.catalogWords);
 
     JobHost host;
     host.showMessage = PrintMessage;

@@ -1,0 +1,280 @@
+#include "cli/catalog_verb.h"
+
+#include <cerrno>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+#include "base/windows_text.h"
+#include "catalog/catalogue_files.h"
+#include "catalog/constellation_names.h"
+#include "catalog/greek_letters.h"
+#include "catalog/star_file.h"
+#include "catalog/star_indexes.h"
+#include "catalog/star_texts.h"
+#include "catalog/tycho_index.h"
+
+const char kCatalogSynopsis[] =
+    "ferry2-cli catalog star N | find INDEX KEY... | gsc REGION NUMBER\n";
+
+const char kCatalogDetails[] =
+    "  catalog star N prints star N of the star catalogue as one JSON object:\n"
+    "                 number, form (\"long\" or \"short\"), ra, dec (radians,\n"
+    "                 J2000), pmRa, pmDec (radians a year, pmRa with cos(dec)\n"
+    "                 divided out), magnitude, colour (99.9 unknown), parallax\n"
+    "                 (arc seconds), spectral, hr, hd, sao, hip, ppm, gc, bd,\n"
+    "                 cd, cp (packed DM numbers), csnRow, name, flamsteed,\n"
+    "                 bayerLetter (Greek row + 1), bayerSuperscript,\n"
+    "                 designationConstellation (row from 0), gscRegion,\n"
+    "                 gscNumber, tychoComponent, ccdmRow, vrefIndex, nsv.\n"
+    "  catalog find INDEX KEY...\n"
+    "                 prints the star numbers the index answers, one a line:\n"
+    "                 hrbs N, hd N, sao N, ppm N, hc N (HIP), gc N,\n"
+    "                 flamstd CON N, bayer CON LETTER [SUP],\n"
+    "                 bd|cd|cp ZONE NUMBER [SUFFIX] (ZONE signed, as +38),\n"
+    "                 tycho REGION NUMBER COMPONENT, csn_alp NAME.\n"
+    "                 CON is an abbreviation (Lyr), LETTER a Greek name or\n"
+    "                 its start (alpha, Alp). Exit 1 when none.\n"
+    "  catalog gsc REGION NUMBER\n"
+    "                 prints the GSC slot's answer: -1 (no star), 1 with the\n"
+    "                 place, magnitude and class of a GSC star, or 2 with the\n"
+    "                 star number it refers to.\n"
+    "                 The catalogues are found through vesperal.ini in the\n"
+    "                 working folder; a missing file answers nothing found.\n";
+
+namespace {
+
+constexpr int kExitDone = 0;
+constexpr int kExitNone = 1;
+constexpr int kExitUsage = 2;
+
+bool ParseLong(const std::string& text, long* value) {
+    if (text.empty()) return false;
+    errno = 0;
+    char* end = nullptr;
+    const long v = std::strtol(text.c_str(), &end, 10);
+    if (*end || errno) return false;
+    *value = v;
+    return true;
+}
+
+int Usage(const char* why) {
+    std::fprintf(stderr, "ferry2-cli catalog: %s\n", why);
+    return kExitUsage;
+}
+
+int MissingFile(int id) {
+    std::fprintf(stderr, "ferry2-cli catalog: %s cannot be opened\n",
+                 catalogueFilePath(id).c_str());
+    return kExitNone;
+}
+
+std::string JsonText(const std::string& text) {
+    std::string out = "\"";
+    for (const unsigned char c : text) {
+        if (c == '"' || c == '\\') {
+            out += '\\';
+            out += static_cast<char>(c);
+        } else if (c < 0x20) {
+            char buf[8];
+            std::snprintf(buf, sizeof buf, "\\u%04x", c);
+            out += buf;
+        } else {
+            out += static_cast<char>(c);
+        }
+    }
+    return out + "\"";
+}
+
+// Names in the files are Windows text; JSON is UTF-8.
+std::string Utf8(const char* text) {
+#ifdef _WIN32
+    return text;
+#else
+    return WindowsTextToUtf8(text);
+#endif
+}
+
+std::string StarName(const StarData& star) {
+    if (star.isShort || star.csnRow == 0) return star.name;
+    FilePtr csn = openCsn();
+    CsnRecord record;
+    if (!csn || !readCsn(csn.get(), star.csnRow, &record)) return "";
+    return Utf8(record.name);
+}
+
+int PrintStar(const std::vector<std::string>& w) {
+    long number = 0;
+    if (w.size() != 2 || !ParseLong(w[1], &number)) return Usage("star takes one star number");
+    FilePtr file = openStars();
+    if (!file) return MissingFile(kCatStars);
+    StarData s;
+    if (!readStar(file.get(), number, &s, kReadAll)) {
+        std::fprintf(stderr, "ferry2-cli catalog: no star %ld in %s\n", number,
+                     catalogueFilePath(kCatStars).c_str());
+        return kExitNone;
+    }
+    std::printf(
+        "{\"number\": %ld, \"form\": \"%s\", \"ra\": %.17g, \"dec\": %.17g, "
+        "\"pmRa\": %.17g, \"pmDec\": %.17g, \"magnitude\": %.4g, \"colour\": %.4g, "
+        "\"parallax\": %.6g, \"spectral\": %s, \"hr\": %u, \"hd\": %u, \"sao\": %u, "
+        "\"hip\": %u, \"ppm\": %u, \"gc\": %u, \"bd\": %u, \"cd\": %u, \"cp\": %u, "
+        "\"csnRow\": %u, \"name\": %s, \"flamsteed\": %d, \"bayerLetter\": %d, "
+        "\"bayerSuperscript\": %d, \"designationConstellation\": %d, \"gscRegion\": %u, "
+        "\"gscNumber\": %u, \"tychoComponent\": %d, \"ccdmRow\": %u, \"vrefIndex\": %u, "
+        "\"nsv\": %u}\n",
+        s.number, s.isShort ? "short" : "long", s.ra, s.dec, s.pmRa, s.pmDec, s.magnitude,
+        s.colour, s.parallax, JsonText(s.spectral).c_str(), s.hr, s.hd, s.sao, s.hip, s.ppm,
+        s.gc, s.bd, s.cd, s.cp, s.csnRow, JsonText(StarName(s)).c_str(), s.flamsteed,
+        s.bayerLetter, s.bayerSuperscript, s.designationConstellation, s.gscRegion, s.gscNumber,
+        s.tychoComponent, s.ccdmRow, s.vrefIndex, s.nsv);
+    return kExitDone;
+}
+
+int PrintStars(const long* stars, int count) {
+    int printed = 0;
+    for (int i = 0; i < count; ++i) {
+        if (stars[i] <= 0) continue;
+        std::printf("%ld\n", stars[i]);
+        ++printed;
+    }
+    return printed > 0 ? kExitDone : kExitNone;
+}
+
+using OneStarLookup = long (*)(FILE*, long);
+
+struct OneStarIndex {
+    const char* name;
+    int id;
+    OneStarLookup lookup;
+};
+
+constexpr OneStarIndex kOneStarIndexes[] = {
+    {"hrbs", kCatHrbs, lookupHrbs}, {"sao", kCatSao, lookupSao}, {"ppm", kCatPpm, lookupPpm},
+    {"hc", kCatHc, lookupHc},       {"gc", kCatGc, lookupGc},
+};
+
+// "+38" or "-05": the sign and the zone in degrees.
+bool ParseZone(const std::string& text, char* sign, int* zone) {
+    if (text.size() < 2 || (text[0] != '+' && text[0] != '-')) return false;
+    long z = 0;
+    if (!ParseLong(text.substr(1), &z) || z < 0 || z > 90) return false;
+    *sign = text[0];
+    *zone = static_cast<int>(z);
+    return true;
+}
+
+int FindDm(const std::vector<std::string>& w) {
+    const std::string& index = w[1];
+    char sign = '+';
+    int zone = 0;
+    long number = 0;
+    if (w.size() < 4 || w.size() > 5 || !ParseZone(w[2], &sign, &zone) || !ParseLong(w[3], &number))
+        return Usage("bd, cd and cp take ZONE NUMBER [SUFFIX], the zone signed (+38)");
+    char suffix = ' ';
+    if (w.size() == 5) {
+        if (w[4].size() != 1) return Usage("the suffix is one letter");
+        suffix = w[4][0];
+    }
+    long out[4] = {};
+    if (index == "bd") {
+        FilePtr f = openBd();
+        if (!f) return MissingFile(kCatBd);
+        const int n = lookupBd(f.get(), sign, zone, number, suffix, out);
+        return PrintStars(out, n > 0 ? n : 0);
+    }
+    if (w.size() == 5) return Usage("cd and cp take no suffix");
+    const bool cd = index == "cd";
+    FilePtr f = cd ? openCd() : openCp();
+    if (!f) return MissingFile(cd ? kCatCd : kCatCp);
+    const int n = cd ? lookupCd(f.get(), sign, zone, number, out)
+                     : lookupCp(f.get(), sign, zone, number, out);
+    return PrintStars(out, n);
+}
+
+int FindDesignation(const std::vector<std::string>& w) {
+    const std::string& index = w[1];
+    const bool bayer = index == "bayer";
+    if (w.size() < 4 || w.size() > (bayer ? 5u : 4u))
+        return Usage(bayer ? "bayer takes CON LETTER [SUP]" : "flamstd takes CON N");
+    const int row = constellationRowOf(w[2].c_str());
+    if (row < 0) return Usage("not a constellation abbreviation");
+    long out[2] = {};
+    if (!bayer) {
+        long number = 0;
+        if (!ParseLong(w[3], &number) || number < 1) return Usage("not a Flamsteed number");
+        FilePtr f = openFlamstd();
+        if (!f) return MissingFile(kCatFlamstd);
+        return PrintStars(out, lookupFlamsteed(f.get(), row, static_cast<int>(number), out));
+    }
+    const int letter = greekLetterRow(w[3].c_str());
+    if (letter < 0) return Usage("not a Greek letter name");
+    long superscript = 0;
+    if (w.size() == 5 && (!ParseLong(w[4], &superscript) || superscript < 0 || superscript > 8))
+        return Usage("the superscript is 0 to 8");
+    FilePtr f = openBayer();
+    if (!f) return MissingFile(kCatBayer);
+    return PrintStars(out, lookupBayer(f.get(), row, letter + 1, static_cast<int>(superscript), out));
+}
+
+int Find(const std::vector<std::string>& w) {
+    if (w.size() < 3) return Usage("find takes an index and its key");
+    const std::string& index = w[1];
+    for (const OneStarIndex& i : kOneStarIndexes) {
+        if (index != i.name) continue;
+        long key = 0;
+        if (w.size() != 3 || !ParseLong(w[2], &key)) return Usage("this index takes one number");
+        FilePtr f = openCatalogue(i.id);
+        if (!f) return MissingFile(i.id);
+        const long star = i.lookup(f.get(), key);
+        return PrintStars(&star, 1);
+    }
+    if (index == "hd") {
+        long key = 0;
+        if (w.size() != 3 || !ParseLong(w[2], &key)) return Usage("hd takes one number");
+        FilePtr f = openHd();
+        if (!f) return MissingFile(kCatHd);
+        long out[2] = {};
+        return PrintStars(out, lookupHd(f.get(), key, out));
+    }
+    if (index == "flamstd" || index == "bayer") return FindDesignation(w);
+    if (index == "bd" || index == "cd" || index == "cp") return FindDm(w);
+    if (index == "tycho") {
+        long region = 0, number = 0, component = 0;
+        if (w.size() != 5 || !ParseLong(w[2], &region) || !ParseLong(w[3], &number) ||
+            !ParseLong(w[4], &component))
+            return Usage("tycho takes REGION NUMBER COMPONENT");
+        FilePtr f = openTycho();
+        if (!f) return MissingFile(kCatTycho);
+        const long star = lookupTycho(f.get(), static_cast<int>(region), static_cast<int>(number),
+                                      static_cast<int>(component));
+        return PrintStars(&star, 1);
+    }
+    if (index == "csn_alp") {
+        std::string name = w[2];
+        for (size_t i = 3; i < w.size(); ++i) name += " " + w[i];
+        FilePtr f = openCsnAlpha();
+        if (!f) return MissingFile(kCatCsnAlp);
+        uint32_t star = 0;
+        long row = 0;
+#ifdef _WIN32
+        const std::string text = name;  // the console hands over Windows text
+#else
+        const std::string text = Utf8ToWindowsText(name);
+#endif
+        if (!findCsnAlpha(f.get(), text.c_str(), &row, &star)) return kExitNone;
+        const long number = static_cast<long>(star);
+        return PrintStars(&number, 1);
+    }
+    return Usage("unknown index");
+}
+
+}  // namespace
+
+int RunCatalog(const std::vector<std::string>& w) {
+    if (w.empty()) return Usage("say star, find or gsc");
+    if (w[0] == "star") return PrintStar(w);
+    if (w[0] == "find") return Find(w);
+    return Usage("say star, find or gsc");
+}
