@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # Builds ferry2-cli, writes the sample folders into sample/ (made afresh each
-# time) and runs the location and instrument imports there: each page's rows,
-# each job's final message, the lines they wrote to ferry2.log, and a check
-# of both folders afterwards.
+# time), with a reference catalogue set from the public catalogues in
+# data/reference under sample/vesperal2/data/, and runs the location and
+# instrument imports there: each page's rows, each job's final message, the
+# lines they wrote to ferry2.log, and a check of both folders afterwards.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 top=$PWD
@@ -10,10 +11,12 @@ top=$PWD
 bash scripts/ensure-packages.sh cmake ninja-build g++
 
 cmake -S . -B build-sample -G Ninja -DCMAKE_BUILD_TYPE=Release -DFERRY2_TESTS=OFF >/dev/null
-cmake --build build-sample --target ferry2-cli make-sample >/dev/null
+cmake --build build-sample --target ferry2-cli make-sample make-refdata >/dev/null
 
 rm -rf sample
 "$top/build-sample/make-sample" sample >/dev/null
+# vesperal.ini of the sample names data/small/, data/stars/ and data/gsc/.
+"$top/build-sample/make-refdata" sample/vesperal2/data >/dev/null
 cd sample/vesperal2
 
 echo "\$ ferry2-cli --legacy ../legacy list locations"
