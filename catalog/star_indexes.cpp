@@ -109,6 +109,7 @@ FilePtr openBd() { return openCatalogue(kCatBd); }
 FilePtr openCd() { return openCatalogue(kCatCd); }
 FilePtr openCp() { return openCatalogue(kCatCp); }
 FilePtr openDmb() { return openCatalogue(kCatDmb); }
+FilePtr openHip() { return openCatalogue(kCatHip); }
 
 long lookupHrbs(FILE* file, long hr) { return ReadOne(file, hrbsOffset(hr)); }
 long lookupSao(FILE* file, long sao) { return ReadOne(file, saoOffset(sao)); }
