@@ -10,6 +10,7 @@
 #include "catalog/catalogue_files.h"
 #include "catalog/constellation_names.h"
 #include "catalog/greek_letters.h"
+#include "catalog/gsc.h"
 #include "catalog/star_file.h"
 #include "catalog/star_indexes.h"
 #include "catalog/star_texts.h"
@@ -37,8 +38,9 @@ const char kCatalogDetails[] =
     "                 CON is an abbreviation (Lyr), LETTER a Greek name or\n"
     "                 its start (alpha, Alp). Exit 1 when none.\n"
     "  catalog gsc REGION NUMBER\n"
-    "                 prints the GSC slot's answer: -1 (no star), 1 with the\n"
-    "                 place, magnitude and class of a GSC star, or 2 with the\n"
+    "                 prints the GSC slot's answer as JSON: {\"answer\": -1} for\n"
+    "                 no star (exit 1); answer 1 with ra, dec (radians),\n"
+    "                 magnitude and class of a GSC star; answer 2 with the\n"
     "                 star number it refers to.\n"
     "                 The catalogues are found through vesperal.ini in the\n"
     "                 working folder; a missing file answers nothing found.\n";
@@ -270,11 +272,38 @@ int Find(const std::vector<std::string>& w) {
     return Usage("unknown index");
 }
 
+int PrintGscSlot(const std::vector<std::string>& w) {
+    long region = 0, number = 0;
+    if (w.size() != 3 || !ParseLong(w[1], &region) || !ParseLong(w[2], &number))
+        return Usage("gsc takes REGION NUMBER");
+    if (gscBandOfRegion(static_cast<int>(region)) < 0) return Usage("GSC regions run from 1 to 9537");
+    GscCursor cursor;
+    GscStar star;
+    const int answer = readGscStar(&cursor, static_cast<int>(region), number, &star);
+    if (answer == kGscPlainStar) {
+        std::printf("{\"answer\": 1, \"ra\": %.17g, \"dec\": %.17g, \"magnitude\": %.4g, "
+                    "\"class\": %d}\n",
+                    star.ra, star.dec, star.magnitude, star.starClass);
+        return kExitDone;
+    }
+    if (answer == kGscStarReference) {
+        std::printf("{\"answer\": 2, \"star\": %ld}\n", star.starNumber);
+        return kExitDone;
+    }
+    if (answer == kGscNoStar) {
+        std::printf("{\"answer\": -1}\n");
+        return kExitNone;
+    }
+    std::fprintf(stderr, "ferry2-cli catalog: the GSC files of region %ld cannot be read\n", region);
+    return kExitNone;
+}
+
 }  // namespace
 
 int RunCatalog(const std::vector<std::string>& w) {
     if (w.empty()) return Usage("say star, find or gsc");
     if (w[0] == "star") return PrintStar(w);
     if (w[0] == "find") return Find(w);
+    if (w[0] == "gsc") return PrintGscSlot(w);
     return Usage("say star, find or gsc");
 }

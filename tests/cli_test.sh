@@ -253,6 +253,19 @@ for lookup in "hrbs 7002" "bayer Lyr alpha 2" "ppm 378911" "bd +38 3238 B" "tych
     run catalog find $lookup
     check "find $lookup answers nothing" test "$rc" -eq 1 -a -z "$out"
 done
+# GSC region 4663 is the first of band S0000: its box is row 0 of the band's
+# table (RA 1h to 0.5h, Dec 0 to -7.5) and its slots are in file 0001.
+mkdir -p data/gsc/gsc/S0000
+put data/gsc/gsc/S0000.bin 0 00 00 80 3f 00 00 00 3f 00 00 00 00 00 00 f0 c0
+put data/gsc/gsc/S0000.bin 9551 00  # the band's 597 rows are read whole
+put data/gsc/gsc/S0000/0001.bin 0 ff f4 ff 3f 64 ff 01 00 00 80 00 00 00 00 00 00 00 00
+run catalog gsc 4663 1
+check "a plain GSC star at its box centre" grep -qE \
+    '^\{"answer": 1, "ra": 0\.196349540849362[0-9]*, "dec": -0\.06544984694978[0-9]*, "magnitude": 7\.341, "class": 2\}$' <<<"$out"
+run catalog gsc 4663 2
+check "a GSC slot that refers to a star" test "$out" = '{"answer": 2, "star": 1}'
+run catalog gsc 4663 3
+check "six zero bytes are no star" test "$rc" -eq 1 -a "$out" = '{"answer": -1}'
 run catalog find bayer Xyz alpha
 check "an unknown constellation is a usage error" test "$rc" -eq 2
 run catalog --help
