@@ -266,6 +266,17 @@ run catalog gsc 4663 2
 check "a GSC slot that refers to a star" test "$out" = '{"answer": 2, "star": 1}'
 run catalog gsc 4663 3
 check "six zero bytes are no star" test "$rc" -eq 1 -a "$out" = '{"answer": -1}'
+# Struve 1 leads to ccdm_i row 1; the CCDM search starts at row 18684.
+put $stars/struve.bin 0 01 00
+put $stars/ccdm_i.bin 0 00 00 00 02 01 00 00
+put $stars/ccdm_i.bin 579173 00 00 00 02 01 00 00 00 00 00 00 00 00 00 00 00 00 00 00 \
+    00 00 00 00 00 00 c1 47 07 8f ff 7f
+for lookup in "struve 1" "ccdm 18369 +3847"; do
+    run catalog find $lookup
+    check "find $lookup answers star 1" test "$rc" -eq 0 -a "$out" = 1
+done
+run catalog find struve 2
+check "an empty Struve slot answers nothing" test "$rc" -eq 1
 run catalog find bayer Xyz alpha
 check "an unknown constellation is a usage error" test "$rc" -eq 2
 run catalog --help
