@@ -225,7 +225,21 @@ TEST_F(StarFileTest, NextRecordFollowsTheLastOne) {
     EXPECT_EQ(readStar(f.get(), -1, &s, kReadAll), 0);
 }
 
-TEST_F(StarFileTest, NothingOpensBeforeTheRootsAreSetOrWhenTheFileIsMissing) {
+TEST_F(StarFileTest, AFailedOrShortReadFindsNoStar) {
+    {
+        FilePtr f = OpenFile("stars.bin", "wb");
+        WriteRecord<LongStarLayout>(f.get(), LongStarRecord{});
+    }
+    FilePtr f = openStars();
+    StarData s;
+    for (const FileFault fault : {FileFault::kFail, FileFault::kShort}) {
+        ScopedFault armed(FileOp::kRead, 1, fault);
+        EXPECT_EQ(readStar(f.get(), 1, &s, kReadAll), 0);
+    }
+    EXPECT_EQ(readStar(f.get(), 1, &s, kReadAll), 1);
+}
+
+TEST_F(StarFileTest, AMissingFileDoesNotOpenAndPathsJoinRootAndName) {
     EXPECT_FALSE(openStars());
     WriteFileBytes("notes.bin", Bytes(6, 0));
     EXPECT_TRUE(openCatalogue(kCatNotes));

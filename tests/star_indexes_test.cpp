@@ -187,6 +187,23 @@ TEST_F(IndexFileTest, IndexedTextFilesPointIntoThemselves) {
     EXPECT_EQ(readIndexedText(f.get(), 4, &text), 0);
 }
 
+TEST_F(IndexFileTest, OrbitNotesStopBeforeRow260) {
+    Bytes b(260 * 6 + 2, 0);
+    for (const long row : {259L, 260L}) {
+        b[(row - 1) * 6] = static_cast<uint8_t>((260 * 6) & 0xFF);
+        b[(row - 1) * 6 + 1] = static_cast<uint8_t>((260 * 6) >> 8);
+        b[(row - 1) * 6 + 4] = 2;
+    }
+    b[260 * 6] = 'o';
+    b[260 * 6 + 1] = 'k';
+    WriteFileBytes("lp_notes.bin", b);
+    FilePtr f = openOrbitNotes();
+    std::string text;
+    ASSERT_EQ(readOrbitNote(f.get(), 259, &text), 1);
+    EXPECT_EQ(text, "ok");
+    EXPECT_EQ(readOrbitNote(f.get(), 260, &text), 0);
+}
+
 TEST_F(IndexFileTest, DmbHoldsThreeZoneSizes) {
     WriteFileBytes("dmb.bin", {0, 0, 0, 0, 0, 0, 0x5D, 0x1A, 0x7A, 0x4D, 0x93, 0x71});
     FilePtr f = openDmb();
