@@ -26,6 +26,19 @@ void DecodeMotion(uint32_t pmRaCode, uint32_t pmDecCode, StarData* out) {
     out->pmDec = properMotionFromCode(pmDecCode) * kArcsecToRadians;
 }
 
+// What both forms hold: place, motion, magnitude and colour. The place
+// always comes, since the motion needs the declination.
+template <class Record>
+void DecodeCommon(const Record& r, StarData* out, int readMask) {
+    out->ra = scaledAngleToRadians(r.ra);
+    out->dec = scaledAngleToRadians(r.dec);
+    if (readMask & kReadProperMotion) DecodeMotion(r.pmRaCode, r.pmDecCode, out);
+    if (readMask & kReadMagnitude) {
+        out->magnitude = starMagnitudeFromCode(r.magnitudeCode);
+        out->colour = thousandthsValue(r.colour);
+    }
+}
+
 }  // namespace
 
 long starRecordOffset(long number) {
@@ -46,14 +59,7 @@ std::string tychoName(uint32_t region, uint32_t number, int component) {
 
 void decodeLongStar(const LongStarRecord& r, StarData* out, int readMask) {
     out->isShort = false;
-    // Position always comes: the motion and the name need the declination.
-    out->ra = scaledAngleToRadians(r.ra);
-    out->dec = scaledAngleToRadians(r.dec);
-    if (readMask & kReadProperMotion) DecodeMotion(r.pmRaCode, r.pmDecCode, out);
-    if (readMask & kReadMagnitude) {
-        out->magnitude = starMagnitudeFromCode(r.magnitudeCode);
-        out->colour = thousandthsValue(r.colour);
-    }
+    DecodeCommon(r, out, readMask);
     if (readMask & kReadDescriptive) {
         out->spectral = spectralText(r.spectralCode);
         out->parallax = parallaxFromCode(r.parallaxCode);
@@ -91,13 +97,7 @@ void decodeLongStar(const LongStarRecord& r, StarData* out, int readMask) {
 
 void decodeShortStar(const ShortStarRecord& r, StarData* out, int readMask) {
     out->isShort = true;
-    out->ra = scaledAngleToRadians(r.ra);
-    out->dec = scaledAngleToRadians(r.dec);
-    if (readMask & kReadProperMotion) DecodeMotion(r.pmRaCode, r.pmDecCode, out);
-    if (readMask & kReadMagnitude) {
-        out->magnitude = starMagnitudeFromCode(r.magnitudeCode);
-        out->colour = thousandthsValue(r.colour);
-    }
+    DecodeCommon(r, out, readMask);
     if (readMask & kReadDescriptive) out->qualityCode = static_cast<int>(r.qualityCode);
     if (readMask & (kReadDesignations | kReadDisplayName)) {
         out->gscRegion = r.gscRegion;

@@ -58,9 +58,10 @@ long hcOffset(long hip) { return ByNumber(hip, kHcSlot); }
 long gcOffset(long gc) { return ByNumber(gc, kGcSlot); }
 
 long ppmOffset(long ppm) {
-    // The southern PPM numbers start at 700001 and follow the northern ones
-    // directly. 700000 itself passes the range test and lands on row 378910,
-    // a northern star's: kept so, as existing lookups have always answered.
+    // The southern PPM numbers start at 700001 and their rows follow the
+    // northern ones directly. 700000 itself passes the range test and is
+    // read at its own row number, far from any southern star's: kept so, as
+    // existing lookups have always answered.
     if (ppm > kPpmDirectLast && ppm < kPpmSouthFirst) return -1;
     if (ppm > kPpmSouthFirst) ppm -= kPpmSouthShift;
     return ByNumber(ppm, kPpmSlot);
@@ -108,6 +109,7 @@ FilePtr openBd() { return openCatalogue(kCatBd); }
 FilePtr openCd() { return openCatalogue(kCatCd); }
 FilePtr openCp() { return openCatalogue(kCatCp); }
 FilePtr openDmb() { return openCatalogue(kCatDmb); }
+FilePtr openHip() { return openCatalogue(kCatHip); }
 
 long lookupHrbs(FILE* file, long hr) { return ReadOne(file, hrbsOffset(hr)); }
 long lookupSao(FILE* file, long sao) { return ReadOne(file, saoOffset(sao)); }

@@ -42,6 +42,8 @@ FilePtr openBd();
 FilePtr openCd();
 FilePtr openCp();
 FilePtr openDmb();
+// The HIP file: opened for whoever reads it; no reader of its records yet.
+FilePtr openHip();
 
 // One-star indexes: the star number, 0 when not found.
 long lookupHrbs(FILE* file, long hr);

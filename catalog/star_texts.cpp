@@ -68,3 +68,7 @@ int readIndexedText(FILE* file, long row, std::string* text) {
     text->assign(buffer.data(), strnlen(buffer.data(), buffer.size()));
     return 1;
 }
+
+int readOrbitNote(FILE* file, long row, std::string* text) {
+    return row < kOrbitNoteRows ? readIndexedText(file, row, text) : 0;
+}

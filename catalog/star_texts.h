@@ -84,3 +84,6 @@ FilePtr openNotes();
 FilePtr openOrbitNotes();
 FilePtr openVariableNames();
 inline constexpr long kOrbitNoteRows = 260;
+
+// An orbit note: rows 1 to 259 of lp_notes; 1 on success.
+int readOrbitNote(FILE* file, long row, std::string* text);

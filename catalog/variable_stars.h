@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <memory>
 
 #include "base/file_utils.h"
 #include "base/record_layout.h"
@@ -169,3 +170,103 @@ static_assert(LayoutIsPacked<NsvRecordLayout, NsvRecord>());
 inline constexpr long kLastVrefRow = 28485;
 // Every NSV number with a suffix letter reads this one row.
 inline constexpr long kNsvSuffixRow = 14812;
+
+// A name's constellation is 7 bits: vindex can't have rows past this one.
+inline constexpr int kVariableConstellationLimit = 127;
+// Name numbers from here on are searched in the constellation's run; below
+// it they stand at their own place in the run.
+inline constexpr long kVariableSearchedNames = 9000;
+// A reader call takes at most this many names.
+inline constexpr int kMaxVariableNames = 8;
+
+// A variable's name: constellation (row + 1) and name number, 9000 and up
+// for the names past the letter and V-number ranges.
+struct VariableName {
+    int constellation = 0;
+    long number = 0;
+};
+
+// One vref record as the readers hand it on: values, not codes.
+struct VariableData {
+    long row = 0;  // vref row, from 1
+    VariableName name;   // the first name of the pair
+    VariableName name2;  // the second, 0 and 0 when none
+    double ra = 0;  // radians, J2000
+    double dec = 0;
+    double pmRa = 0;  // radians a year, cos(dec) divided out
+    double pmDec = 0;
+    double maxMagnitude = 99.9;  // brightest; 99.9 unknown
+    double minMagnitude = 99.9;
+    double epoch = 0;   // Julian day of the epoch, 0 when unknown
+    double period = 0;  // days
+    long star1 = 0;     // star numbers in `stars`, 0 none
+    long star2 = 0;
+    VariableRecord record;  // every field as its code
+};
+
+// One nsvref record: place, the two magnitudes, the star numbers.
+struct NsvData {
+    long row = 0;
+    double ra = 0;
+    double dec = 0;
+    double magnitude1 = 99.9;
+    double magnitude2 = 99.9;  // an amplitude in the file is added to magnitude1
+    long star1 = 0;
+    long star2 = 0;
+    NsvRecord record;
+};
+
+// The 12-bit magnitude code of both files: code x 0.01 - 1.6; 4095 is
+// unknown and reads as 99.9.
+double variableMagnitudeFromCode(uint32_t code);
+
+// The name packed into a vref name word: constellation, and the 12-bit
+// number with 9000 added when its flag is set.
+VariableName variableFirstName(const VariableRecord& record);
+VariableName variableSecondName(const VariableRecord& record);
+
+void decodeVariable(const VariableRecord& record, VariableData* out);
+void decodeNsv(const NsvRecord& record, NsvData* out);
+
+FilePtr openVindex();
+FilePtr openVref();
+FilePtr openNsvref();
+
+// vindex and vref opened together, owned by one handle.
+struct VariableFiles {
+    FilePtr index;
+    FilePtr records;
+};
+using VariableFilesPtr = std::unique_ptr<VariableFiles>;
+
+// Both files or nothing.
+VariableFilesPtr openVariables();
+// Closes both files and frees the handle; null is allowed.
+void closeVariables(VariableFilesPtr& files);
+
+// The vindex row of a constellation (from 1); 1 on success.
+int readVariableIndex(FILE* vindex, int constellation, VariableIndexRow* out);
+
+// The vref record of row 1 to 28485, without any name check: the variable
+// index number that a `stars` record carries is such a row. 1 on success.
+int readVariableRow(FILE* vref, long row, VariableData* out);
+
+// Reads the variables named by `names` in order, up to 8 of them, into
+// out[0], out[1], ... A name below 9000 is read at its place in the
+// constellation's run, one from 9000 on is searched through the run; either
+// way the record's first name must be the wanted one. The first name that
+// can't be read, or whose record carries another name, ends the call.
+// Answers how many were read; out[answer] is then reset to fresh values and
+// the entries after it are not touched.
+int readVariables(VariableFiles* files, const VariableName* names, int count, VariableData* out);
+
+// One name: 1 when read, 0 otherwise.
+int readVariable(VariableFiles* files, int constellation, long number, VariableData* out);
+
+// The nsvref row of an NSV number, rows counted from 0 at (row x 26):
+// number - 1, and for any number with a suffix letter row 14812, the one
+// row that stands for all suffixed entries. -1 for a number below 1.
+long nsvRow(long nsv, char suffix);
+
+// NSV `nsv` with its suffix letter (' ' or 0 for none). 1 on success.
+int readNsv(FILE* nsvref, long nsv, char suffix, NsvData* out);

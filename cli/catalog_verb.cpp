@@ -10,6 +10,8 @@
 #include "catalog/catalogue_files.h"
 #include "catalog/constellation_names.h"
 #include "catalog/greek_letters.h"
+#include "catalog/gsc.h"
+#include "catalog/multiple_stars.h"
 #include "catalog/star_file.h"
 #include "catalog/star_indexes.h"
 #include "catalog/star_texts.h"
@@ -33,12 +35,15 @@ const char kCatalogDetails[] =
     "                 hrbs N, hd N, sao N, ppm N, hc N (HIP), gc N,\n"
     "                 flamstd CON N, bayer CON LETTER [SUP],\n"
     "                 bd|cd|cp ZONE NUMBER [SUFFIX] (ZONE signed, as +38),\n"
-    "                 tycho REGION NUMBER COMPONENT, csn_alp NAME.\n"
+    "                 tycho REGION NUMBER COMPONENT, csn_alp NAME,\n"
+    "                 struve N, ads N, ccdm RA DEC (as 18369 +3847); the last\n"
+    "                 three answer the primary star of the multiple-star row.\n"
     "                 CON is an abbreviation (Lyr), LETTER a Greek name or\n"
     "                 its start (alpha, Alp). Exit 1 when none.\n"
     "  catalog gsc REGION NUMBER\n"
-    "                 prints the GSC slot's answer: -1 (no star), 1 with the\n"
-    "                 place, magnitude and class of a GSC star, or 2 with the\n"
+    "                 prints the GSC slot's answer as JSON: {\"answer\": -1} for\n"
+    "                 no star (exit 1); answer 1 with ra, dec (radians),\n"
+    "                 magnitude and class of a GSC star; answer 2 with the\n"
     "                 star number it refers to.\n"
     "                 The catalogues are found through vesperal.ini in the\n"
     "                 working folder; a missing file answers nothing found.\n";
@@ -218,6 +223,50 @@ int FindDesignation(const std::vector<std::string>& w) {
     return PrintStars(out, lookupBayer(f.get(), row, letter + 1, static_cast<int>(superscript), out));
 }
 
+// The stars of ccdm_i rows, for the indexes that answer rows.
+int PrintRowStars(const long* rows, int count) {
+    FilePtr index = openCcdmIndex();
+    if (!index) return MissingFile(kCatCcdmI);
+    long stars[2] = {};
+    int n = 0;
+    for (int i = 0; i < count && n < 2; ++i) {
+        CcdmIndexRow row;
+        if (rows[i] > 0 && readCcdmIndex(index.get(), rows[i], &row)) stars[n++] = row.star;
+    }
+    return PrintStars(stars, n);
+}
+
+int FindMultiple(const std::vector<std::string>& w) {
+    const std::string& index = w[1];
+    if (index == "ccdm") {
+        long ra = 0, dec = 0;
+        if (w.size() != 4 || !ParseLong(w[2], &ra) || (w[3][0] != '+' && w[3][0] != '-') ||
+            !ParseLong(w[3].substr(1), &dec) || ra < 0 || ra > 65535 || dec < 0 || dec > 32767)
+            return Usage("ccdm takes RA DEC, the Dec part signed (18369 +3847)");
+        FilePtr f = openCcdmIndex();
+        if (!f) return MissingFile(kCatCcdmI);
+        const long row = findCcdm(f.get(), static_cast<uint16_t>(ra), static_cast<uint16_t>(dec),
+                                  w[3][0] == '+');
+        return PrintRowStars(&row, 1);
+    }
+    long key = 0;
+    if (w.size() != 3 || !ParseLong(w[2], &key)) return Usage("struve and ads take one number");
+    long rows[2] = {};
+    int count = 0;
+    if (index == "struve") {
+        FilePtr f = openStruve();
+        if (!f) return MissingFile(kCatStruve);
+        rows[0] = lookupStruve(f.get(), key);
+        count = 1;
+    } else {
+        FilePtr f = openAdsCcdm();
+        if (!f) return MissingFile(kCatAdsCcdm);
+        lookupAdsCcdm(f.get(), key, rows);
+        count = 2;
+    }
+    return PrintRowStars(rows, count);
+}
+
 int Find(const std::vector<std::string>& w) {
     if (w.size() < 3) return Usage("find takes an index and its key");
     const std::string& index = w[1];
@@ -240,6 +289,7 @@ int Find(const std::vector<std::string>& w) {
     }
     if (index == "flamstd" || index == "bayer") return FindDesignation(w);
     if (index == "bd" || index == "cd" || index == "cp") return FindDm(w);
+    if (index == "struve" || index == "ads" || index == "ccdm") return FindMultiple(w);
     if (index == "tycho") {
         long region = 0, number = 0, component = 0;
         if (w.size() != 5 || !ParseLong(w[2], &region) || !ParseLong(w[3], &number) ||
@@ -270,11 +320,38 @@ int Find(const std::vector<std::string>& w) {
     return Usage("unknown index");
 }
 
+int PrintGscSlot(const std::vector<std::string>& w) {
+    long region = 0, number = 0;
+    if (w.size() != 3 || !ParseLong(w[1], &region) || !ParseLong(w[2], &number))
+        return Usage("gsc takes REGION NUMBER");
+    if (gscBandOfRegion(static_cast<int>(region)) < 0) return Usage("GSC regions run from 1 to 9537");
+    GscCursor cursor;
+    GscStar star;
+    const int answer = readGscStar(&cursor, static_cast<int>(region), number, &star);
+    if (answer == kGscPlainStar) {
+        std::printf("{\"answer\": 1, \"ra\": %.17g, \"dec\": %.17g, \"magnitude\": %.4g, "
+                    "\"class\": %d}\n",
+                    star.ra, star.dec, star.magnitude, star.starClass);
+        return kExitDone;
+    }
+    if (answer == kGscStarReference) {
+        std::printf("{\"answer\": 2, \"star\": %ld}\n", star.starNumber);
+        return kExitDone;
+    }
+    if (answer == kGscNoStar) {
+        std::printf("{\"answer\": -1}\n");
+        return kExitNone;
+    }
+    std::fprintf(stderr, "ferry2-cli catalog: the GSC files of region %ld cannot be read\n", region);
+    return kExitNone;
+}
+
 }  // namespace
 
 int RunCatalog(const std::vector<std::string>& w) {
     if (w.empty()) return Usage("say star, find or gsc");
     if (w[0] == "star") return PrintStar(w);
     if (w[0] == "find") return Find(w);
+    if (w[0] == "gsc") return PrintGscSlot(w);
     return Usage("say star, find or gsc");
 }

@@ -200,5 +200,87 @@ check "damaged store: one log line" test "$(cat ferry2.log)" = "Instrument: user
 check "damaged store: unchanged" test "$(md5sum user/instr.bin)" = "$before"
 check "damaged store: no stderr line (the log has it)" test ! -s "$work/stderr"
 
+# Catalogue files made here byte by byte, not by the program's writers.
+put() {  # put FILE OFFSET HEX... : writes the bytes at OFFSET, growing the file
+    local file=$1 offset=$2
+    shift 2
+    local bytes=""
+    for b in "$@"; do bytes+="\\x$b"; done
+    printf "$bytes" | dd of="$file" bs=1 seek="$offset" conv=notrunc status=none
+}
+cd "$work/vesperal2"
+stars=data/stars
+put $stars/stars.bin 0 c6 8d 48 63 a3 2b ca 0d b0 71 0b 00 b0 71 0b 00 a3 28 60 67 65 6d \
+    00 00 00 00 00 00 7e 64 01 00 00 00 00 00 87 a0 02 00 66 06 01 00 \
+    00 00 00 00 00 00 00 00 00 00 00 00 00 00 a3 00 00 00 00 00 00 00 03 b3 00 \
+    00 00 00 00 00 00 00 00
+# Record 1121815 is short, at its long place; 1121816 starts the short ones.
+put $stars/stars.bin 86379678 00 00 00 00 00 00 00 00 b0 71 cb a3 b0 71 0b 00 ff 7f 0f c0 02 10
+put $stars/stars.bin 86379755 00 00 00 00 00 00 00 00 b0 71 cb a3 b0 71 0b 00 ff 7f 10 00 03 20
+put $stars/hrbs.bin 21000 01 00 00
+put $stars/bayer.bin 66156 01 00 00 00 00 00
+put $stars/ppm.bin 1136730 01 00 00
+put $stars/bd.bin 4247568 01 00 00 ff ff ff
+put data/small/csn_alp.bin 0 01 00 00 00 56 65 67 61 00 00 00 00 00 00 00 00 00 00 00 00 \
+    00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00
+put $stars/tycho.bin 32 08 2a 01 00 03 00 00 00
+put $stars/tycho.bin 76296 17 1e 11 0e 00 18 1e 11 0f 40 01 00 00 13 00
+
+run catalog star 1
+check "catalog star exits 0" test "$rc" -eq 0
+for field in '"form": "long"' '"ra": 4.87356315567964' '"hr": 7001' '"hd": 172167' \
+    '"sao": 67174' '"hip": 91262' '"magnitude": 0.03' '"spectral": "A0"' '"flamsteed": 3' \
+    '"bayerLetter": 1' '"designationConstellation": 51'; do
+    check "catalog star 1 has $field" grep -qF "$field" <<<"$out"
+done
+run catalog star 1121815
+check "star 1121815 is read short" grep -qF '"form": "short"' <<<"$out"
+check "star 1121815 has its Tycho name" grep -qF '"name": "TYC 00011-0015 1"' <<<"$out"
+check "star 1121815 magnitude" grep -qF '"magnitude": 11.5' <<<"$out"
+run catalog star 1121816
+check "star 1121816 starts the short records" grep -qF '"name": "TYC 00012-0016 2"' <<<"$out"
+run catalog star 2591874
+check "a star past the last exits 1" test "$rc" -eq 1
+for lookup in "hrbs 7001" "bayer Lyr alpha" "bayer lyr Alp 1" "csn_alp Vega" "ppm 700001" \
+    "bd +38 3238" "bd +38 3238 A" "tycho 5 20 1"; do
+    run catalog find $lookup
+    check "find $lookup answers star 1" test "$rc" -eq 0 -a "$out" = 1
+done
+run catalog find tycho 5 16 2
+check "find tycho 5 16 2" test "$out" = 1121816
+for lookup in "hrbs 7002" "bayer Lyr alpha 2" "ppm 378911" "bd +38 3238 B" "tycho 5 17 1" \
+    "csn_alp Deneb" "sao 1"; do
+    run catalog find $lookup
+    check "find $lookup answers nothing" test "$rc" -eq 1 -a -z "$out"
+done
+# GSC region 4663 is the first of band S0000: its box is row 0 of the band's
+# table (RA 1h to 0.5h, Dec 0 to -7.5) and its slots are in file 0001.
+mkdir -p data/gsc/gsc/S0000
+put data/gsc/gsc/S0000.bin 0 00 00 80 3f 00 00 00 3f 00 00 00 00 00 00 f0 c0
+put data/gsc/gsc/S0000.bin 9551 00  # the band's 597 rows are read whole
+put data/gsc/gsc/S0000/0001.bin 0 ff f4 ff 3f 64 ff 01 00 00 80 00 00 00 00 00 00 00 00
+run catalog gsc 4663 1
+check "a plain GSC star at its box centre" grep -qE \
+    '^\{"answer": 1, "ra": 0\.196349540849362[0-9]*, "dec": -0\.06544984694978[0-9]*, "magnitude": 7\.341, "class": 2\}$' <<<"$out"
+run catalog gsc 4663 2
+check "a GSC slot that refers to a star" test "$out" = '{"answer": 2, "star": 1}'
+run catalog gsc 4663 3
+check "six zero bytes are no star" test "$rc" -eq 1 -a "$out" = '{"answer": -1}'
+# Struve 1 leads to ccdm_i row 1; the CCDM search starts at row 18684.
+put $stars/struve.bin 0 01 00
+put $stars/ccdm_i.bin 0 00 00 00 02 01 00 00
+put $stars/ccdm_i.bin 579173 00 00 00 02 01 00 00 00 00 00 00 00 00 00 00 00 00 00 00 \
+    00 00 00 00 00 00 c1 47 07 8f ff 7f
+for lookup in "struve 1" "ccdm 18369 +3847"; do
+    run catalog find $lookup
+    check "find $lookup answers star 1" test "$rc" -eq 0 -a "$out" = 1
+done
+run catalog find struve 2
+check "an empty Struve slot answers nothing" test "$rc" -eq 1
+run catalog find bayer Xyz alpha
+check "an unknown constellation is a usage error" test "$rc" -eq 2
+run catalog --help
+check "catalog --help" grep -qF "catalog find INDEX KEY" <<<"$out"
+
 echo "cli: $passes passed, $failures failed"
 test "$failures" -eq 0
