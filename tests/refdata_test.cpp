@@ -221,16 +221,14 @@ TEST_F(RefdataTest, NamedStarsByRowAlphabetAndHip) {
         EXPECT_LT(StringCompareNoCase(a.name, b.name), 0) << a.name << " " << b.name;
 }
 
-// No variable reader yet: vindex and vref are read through their layouts.
 TEST_F(RefdataTest, LetteredAndVNumberVariablesSitAtTheirNameNumber) {
     const std::map<std::string, int> lettered = LetteredNames();
     const std::map<std::string, int> published = {{"Z", 9},   {"RR", 10},  {"SS", 19}, {"ZZ", 54},
                                                   {"AA", 55}, {"KK", 244}, {"QZ", 334}};
     for (const auto& [name, number] : published) ASSERT_EQ(lettered.at(name), number) << name;
-    const Bytes vindex = ReadFileBytes(kSet + "stars/vindex.bin");
-    const Bytes vref = ReadFileBytes(kSet + "stars/vref.bin");
+    VariableFilesPtr files = openVariables();
     FilePtr vnames = openVariableNames();
-    ASSERT_EQ(vindex.size(), 88u * VariableIndexLayout::kSize);
+    ASSERT_TRUE(files && vnames);
     int variables = 0;
     for (size_t i = 0; i < stars_.size(); ++i) {
         const std::string& id = stars_[i]["var_id"];
@@ -244,25 +242,27 @@ TEST_F(RefdataTest, LetteredAndVNumberVariablesSitAtTheirNameNumber) {
         if (con < 0 || number == 0) continue;
         SCOPED_TRACE(id);
         ++variables;
-        VariableIndexRow index;
-        DecodeRecord<VariableIndexLayout>(vindex.data() + con * VariableIndexLayout::kSize, index);
-        ASSERT_LE(number, index.count);
-        const size_t at = index.offset + (number - 1) * VariableRecordLayout::kSize;
-        ASSERT_LE(at + VariableRecordLayout::kSize, vref.size());
-        VariableRecord v;
-        DecodeRecord<VariableRecordLayout>(vref.data() + at, v);
-        EXPECT_EQ(v.constellation1, static_cast<uint8_t>(con + 1));
-        EXPECT_EQ(v.number1, static_cast<uint32_t>(number));
-        EXPECT_EQ(v.star1, static_cast<uint32_t>(i + 1));
-        const long row = static_cast<long>(at / VariableRecordLayout::kSize) + 1;
+        VariableData v;
+        ASSERT_EQ(readVariable(files.get(), con + 1, number, &v), 1);
+        EXPECT_EQ(v.star1, static_cast<long>(i) + 1);
+        EXPECT_NEAR(v.dec / (2 * std::numbers::pi) * kScale,
+                    std::stod(stars_[i]["dec_deg"]) / 360 * kScale, 1.0);
+        // The star's variable index is that row, and names it in vnames.
         StarData d;
         ASSERT_EQ(readStar(file_.get(), static_cast<long>(i) + 1, &d, kReadAll), 1);
-        EXPECT_EQ(d.vrefIndex, static_cast<uint32_t>(row));
+        EXPECT_EQ(static_cast<long>(d.vrefIndex), v.row);
         std::string text;
-        ASSERT_EQ(readIndexedText(vnames.get(), row, &text), 1);
+        ASSERT_EQ(readIndexedText(vnames.get(), v.row, &text), 1);
         EXPECT_EQ(text, id);
     }
     EXPECT_EQ(variables, 686);
+    // R Sgr is no bright star: its row in the run is empty. V4090 Sgr is the
+    // run's last name, and the row past it belongs to another constellation.
+    const int sgr = constellationRowOf("Sgr") + 1;
+    VariableData v;
+    EXPECT_EQ(readVariable(files.get(), sgr, 1, &v), 0);
+    EXPECT_EQ(readVariable(files.get(), sgr, 4090, &v), 1);
+    EXPECT_EQ(readVariable(files.get(), sgr, 4091, &v), 0);
 }
 
 // Vega, HR 7001, is the 6990th star with a position.
