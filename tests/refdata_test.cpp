@@ -179,13 +179,13 @@ TEST_F(RefdataTest, NumberIndexesLandOnTheRightStar) {
             while (letter <= 24 &&
                    StringCompareNoCase(greekLetterName(letter - 1), row["bayer"].c_str()))
                 ++letter;
+            const long sup = Number(row["bayer_sup"]);
             const std::vector<long>& same = byBayer[row["con"] + row["bayer"] + row["bayer_sup"]];
-            const int found = lookupBayer(bayer.get(), con, letter,
-                                          static_cast<int>(Number(row["bayer_sup"])), two);
-            // A ninth superscript shares the next letter's slots, so a slot may
-            // hold a star of another designation too.
-            EXPECT_TRUE((found >= 1 && two[0] == n) || (found == 2 && two[1] == n) ||
-                        (found == 2 && two[0] == same[0] && two[1] == same[1]));
+            const int found = lookupBayer(bayer.get(), con, letter, static_cast<int>(sup), two);
+            if (sup <= 8) {  // a ninth superscript has no slot and is left out
+                ASSERT_GE(found, 1);
+                EXPECT_TRUE(two[0] == same[0] && (found == 1 || two[1] == same[1]));
+            }
         }
     }
     // The HR numbers that have no star answer nothing.

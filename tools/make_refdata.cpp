@@ -248,17 +248,6 @@ std::string Designation(const BrightStar& s, bool bayer) {
     return buf;
 }
 
-// The Bayer index keeps superscripts 0 to 8 a letter: a ninth superscript
-// lands in the slots of the next letter without superscript.
-void NoteNinthSuperscripts(ReferenceSet& set) {
-    for (const BrightStar& s : set.catalogue)
-        if (s.bayerLetter > 0 && s.bayerSuperscript >= 9)
-            set.notes.push_back("bayer: " + Designation(s, true) + " (HR " + std::to_string(s.hr) +
-                                ") lies in the slots of " + greekLetterName(s.bayerLetter) + " " +
-                                constellationAbbreviation(s.constellationRow) +
-                                " without superscript");
-}
-
 std::string Keyed(const char* what, long n) { return n > 0 ? what + std::to_string(n) : ""; }
 
 Image HipIndex(ReferenceSet& set) {
@@ -432,7 +421,6 @@ std::string ReadmeText(const ReferenceSet& set) {
 
 bool WriteSet(const std::string& out, ReferenceSet& set) {
     const std::vector<LongStarRecord> records = StarRecords(set);
-    NoteNinthSuperscripts(set);
     Image stars;
     for (const LongStarRecord& r : records) Append<LongStarLayout>(stars, r);
     const std::vector<std::pair<int, Image>> files = {
@@ -457,7 +445,11 @@ bool WriteSet(const std::string& out, ReferenceSet& set) {
          NumberIndex(
              set, "bayer", kBayerSlot, [](const BrightStar& s) { return Designation(s, true); },
              [](const BrightStar& s) {
-                 return bayerOffset(s.constellationRow, s.bayerLetter, s.bayerSuperscript);
+                 // Nine superscripts a letter: a ninth one has no slot of its
+                 // own (it would land on the next letter's), so it is left out.
+                 return s.bayerSuperscript > 8
+                            ? -1
+                            : bayerOffset(s.constellationRow, s.bayerLetter, s.bayerSuperscript);
              })},
         {kCatHc, HipIndex(set)},
         {kCatCsn, CsnFile(set)},
