@@ -3,7 +3,8 @@
 # time), with a reference catalogue set from the public catalogues in
 # data/reference under sample/vesperal2/data/, and runs the location and
 # instrument imports there: each page's rows, each job's final message, the
-# lines they wrote to ferry2.log, and a check of both folders afterwards.
+# lines they wrote to ferry2.log, a check of both folders afterwards, and a
+# look at one star of the reference set.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 top=$PWD
@@ -37,6 +38,12 @@ cat ferry2.log
 echo
 echo "\$ ferry2-cli check"
 "$top/build-sample/ferry2-cli" check || status=$?
+echo
+echo "\$ ferry2-cli catalog find csn_alp Vega"
+vega=$("$top/build-sample/ferry2-cli" catalog find csn_alp Vega) || status=$?
+echo "$vega"
+echo "\$ ferry2-cli catalog star $vega"
+"$top/build-sample/ferry2-cli" catalog star "$vega" || status=$?
 echo
 echo "(sample folders in $top/sample; exit status $status)"
 exit "$status"
