@@ -5,11 +5,14 @@
 #include <cmath>
 
 #include "astro/calendar.h"
+#include "astro/horizontal.h"
 #include "astro/instant.h"
 #include "astro/numeric.h"
 #include "astro/nutation.h"
 #include "astro/obliquity.h"
 #include "astro/precession.h"
+#include "astro/site.h"
+#include "catalog/object_place.h"
 #include "support.h"
 
 namespace {
@@ -97,6 +100,61 @@ TEST(AgainstErfa, Fk4AndFk5BothWaysWithinOneAndAHalfArcseconds) {
             }
         }
         EXPECT_LT(worst, 1.5 * kRadiansPerArcsecond) << toFk5;
+    }
+}
+
+// Catalogue places of bright stars (J2000, proper motion in RA with cos(dec)
+// divided out) carried to the observer's apparent place and altitude, against
+// ERFA's star-independent astrometry. ERFA also bends light round the Sun and
+// takes the diurnal aberration; together those stay well under a second of
+// arc for stars far from the Sun.
+TEST(AgainstErfa, ApparentPlaceAndAltitudeOfStarsWithinOneArcsecond) {
+    ASSERT_EQ(NutationLoad(FERRY2_NUTCON_DIR), 1);
+    const struct {
+        const char* name;
+        double raDeg, decDeg, pmRaArcsec, pmDecArcsec;  // pmRa on the sky
+    } stars[] = {
+        {"Vega", 279.234583, 38.783611, 0.201, 0.287},
+        {"Sirius", 101.2875, -16.716111, -0.553, -1.205},
+        {"Polaris", 37.954167, 89.264167, 0.038, -0.015},
+        {"Arcturus", 213.915417, 19.1825, -1.093, -1.999},
+    };
+    char name[] = "Kitt Peak";
+    Site site;
+    SiteInit(&site, 111.6 * kRadiansPerDegree, 31.96 * kRadiansPerDegree, 0.0, 6.0, 0, name);
+    for (const double jd : {2447892.5 + 0.3, 2451545.0 + 0.8, 2455197.5 + 0.1, 2462502.5 + 0.6}) {
+        Instant instant;
+        instant.jd = jd;
+        InstantFromJd(&site, &instant);
+        InstantScales(&instant, 0.0);
+        InstantSidereal(&site, &instant);
+        const double tt = jd + instant.deltaTDays;
+        for (const auto& star : stars) {
+            ObjectRecord r;
+            r.raJ2000 = star.raDeg * kRadiansPerDegree;
+            r.decJ2000 = star.decDeg * kRadiansPerDegree;
+            r.pmRa = static_cast<float>(star.pmRaArcsec * kRadiansPerArcsecond / std::cos(r.decJ2000));
+            r.pmDec = static_cast<float>(star.pmDecArcsec * kRadiansPerArcsecond);
+            applyObjectPlace(&r, &site, &instant, 0.0);
+
+            double ri, di, eo;
+            eraAtci13(r.raJ2000, r.decJ2000, r.pmRa, r.pmDec, 0.0, 0.0, tt, 0.0, &ri, &di, &eo);
+            const double ra = eraAnp(ri - eo);
+            EXPECT_LT(eraSeps(ra, di, r.raApparent, r.decApparent), kRadiansPerArcsecond)
+                << star.name << " " << jd;
+
+            // The altitude without refraction, from ERFA's apparent place and
+            // its apparent sidereal time (UT1 taken as UT).
+            const double last = eraGst94(jd, 0.0) - site.longitude;
+            double azimuth, altitude;
+            eraHd2ae(last - ra, di, site.latitude, &azimuth, &altitude);
+            if (altitude < 5 * kRadiansPerDegree) continue;
+            EXPECT_NEAR(r.altitude - RefractionForTrue(altitude), altitude, kRadiansPerArcsecond)
+                << star.name << " " << jd;
+            EXPECT_NEAR(AngleDiff(r.azimuth, azimuth), 0.0,
+                        kRadiansPerArcsecond / std::cos(altitude))
+                << star.name << " " << jd;
+        }
     }
 }
 

@@ -1,0 +1,129 @@
+#include "catalog/object_fill.h"
+
+#include <algorithm>
+#include <numbers>
+#include <vector>
+
+#include "catalog/catalogue_codes.h"
+#include "catalog/catalogue_files.h"
+#include "catalog/double_star_orbits.h"
+#include "catalog/gsc.h"
+#include "catalog/multiple_stars.h"
+#include "catalog/object_place.h"
+#include "catalog/star_file.h"
+
+namespace {
+
+constexpr double kArcsecToRadians = std::numbers::pi / 648000.0;
+
+int ReadGscObject(ObjectRecord* r, uint32_t pid, const Instant* instant) {
+    const int region = static_cast<int>((pid >> 14) & 0x3FFF);
+    const long number = static_cast<long>(pid & 0x3FFF);
+    GscCursor cursor;
+    GscStar star;
+    const int answer = readGscStar(&cursor, region, number, &star);
+    if (answer == kGscStarReference) return readStarObject(r, static_cast<uint32_t>(star.starNumber), instant);
+    if (answer != kGscPlainStar) return 0;
+    r->pid = pid;
+    r->raJ2000 = star.ra;
+    r->decJ2000 = star.dec;
+    r->magnitude = static_cast<float>(star.magnitude);
+    r->pmRa = r->pmDec = 0;
+    r->sizeDefault = 0;
+    r->classMask = classMaskOf(kClassStar);
+    return 1;
+}
+
+// The current separation of each component, in arc seconds; the largest,
+// or the named component's alone.
+double ComponentSeparation(const std::vector<CcdmComponent>& components, int named,
+                           double baseRa, double baseDec, double year, bool* hasOrbit) {
+    LpHandle orbits = openDoubleStarOrbits();
+    double widest = 0;
+    for (size_t i = 0; i < components.size(); ++i) {
+        if (components[i].lpIndexRow != 0) *hasOrbit = true;
+        if (named >= 0 && static_cast<int>(i) != named) continue;
+        double angle = 0, separation = 0;
+        componentOffsetAt(orbits.get(), components[i], baseRa, baseDec, year, &angle, &separation);
+        widest = std::max(widest, separation);
+    }
+    if (orbits) closeDoubleStarOrbits(orbits);
+    return widest;
+}
+
+}  // namespace
+
+int readStarObject(ObjectRecord* r, uint32_t pid, const Instant* instant) {
+    if (!r) return 0;
+    if (pid & kGscPidFlag) return ReadGscObject(r, pid, instant);
+    FilePtr file = openStars();
+    StarData star;
+    if (!file || !readStar(file.get(), static_cast<long>(pid), &star, kReadAll)) return 0;
+    r->pid = pid;
+    r->raJ2000 = star.ra;
+    r->decJ2000 = star.dec;
+    r->pmRa = static_cast<float>(star.pmRa);
+    r->pmDec = static_cast<float>(star.pmDec);
+    r->magnitude = static_cast<float>(star.magnitude);
+    r->magnitude2 = 99.9f;
+    r->sizeMajor = r->sizeMinor = r->sizeDefault = 0;
+
+    bool hasCcdm = false, hasOrbit = false;
+    if (star.ccdmRow != 0) {
+        CcdmHandle ccdm = openCcdm();
+        CcdmIndexRow system;
+        std::vector<CcdmComponent> components;
+        if (ccdm && readCcdmSystem(ccdm.get(), static_cast<long>(star.ccdmRow), &system, &components)) {
+            hasCcdm = true;
+            int named = getComponent(r);
+            if (named >= static_cast<int>(components.size())) named = -1;
+            const double year = instant ? instant->decimalYear : 2000.0;
+            const double separation =
+                ComponentSeparation(components, named, star.ra, star.dec, year, &hasOrbit);
+            r->sizeDefault = static_cast<float>(separation * kArcsecToRadians);
+        }
+        if (ccdm) closeCcdm(ccdm);
+    }
+    const bool isVariable = star.vrefIndex != 0 || star.nsv != 0;
+    r->classMask = classMaskOf(kClassStar, hasCcdm, hasOrbit, isVariable);
+    return 1;
+}
+
+int refillByIdentity(ObjectRecord* r, double riseSetStart, double riseSetEnd, const Site* site,
+                     const Instant* instant) {
+    (void)riseSetStart;
+    (void)riseSetEnd;
+    if (!r) return 0;
+    const int objectClass = r->objectClass;
+    r->classMask = classMaskOf(objectClass);
+    const bool needsSite = objectClass == kClassMajorBody || objectClass == kClassComet ||
+                           objectClass == kClassMinorPlanet || objectClass == kClassStar ||
+                           objectClass == kClassSupplementalStar ||
+                           objectClass == kClassUserComet || objectClass == kClassUserMinorPlanet;
+    if (needsSite && (!site || !instant)) return 0;
+    int count = 0;
+    switch (objectClass) {
+        case kClassStar:
+            count = readStarObject(r, r->pid, instant);
+            break;
+        case kClassFixedPosition:
+            r->raJ2000 = scaledAngleToRadians(r->fixedRa);
+            r->decJ2000 = scaledAngleToRadians(r->fixedDec);
+            r->pid = 0;
+            r->sizeMajor = r->sizeMinor = r->sizeDefault = 0;
+            r->magnitude = r->magnitude2 = 99.9f;
+            count = 1;
+            break;
+        // The deep-sky and constellation readers, the solar-system bodies,
+        // the orbit classes and the user stores come with their own files;
+        // until they are read here their objects are not found.
+        default:
+            return 0;
+    }
+    if (count == 0) return 0;
+    if (site && instant)
+        applyObjectPlace(r, site, instant, 0.0);
+    else
+        computeGridKeys(r);
+    return count;
+}
