@@ -233,6 +233,7 @@ TEST_F(ComponentChain, TwoLevelChainReadThroughTheHandles) {
     EXPECT_TRUE(list_.empty());
     closeCcdm(h);
     EXPECT_FALSE(h);
+    closeDoubleStarOrbits(lp);  // Windows keeps an open file from being removed
     std::remove("lp_ref.bin");
     EXPECT_FALSE(openDoubleStarOrbits());
 }
