@@ -6,7 +6,8 @@
 #include <string>
 
 // 1 when all tables are loaded. Until the tables exist this keeps the
-// folder and answers 0, which start-up ignores.
+// folder, reads the nutation table from it (nutcon.bin) and answers 0,
+// which start-up ignores.
 int PlanetFilesOpen(const char* folder);
 void PlanetFilesClose();
 const std::string& PlanetFilesFolder();

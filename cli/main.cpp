@@ -11,6 +11,7 @@
 #include "base/control_escape.h"
 #include "base/windows_text.h"
 #include "cli/catalog_verb.h"
+#include "cli/object_verb.h"
 #include "legacy/import_instruments.h"
 #include "legacy/import_locations.h"
 #include "legacy/legacy_instruments.h"
@@ -77,6 +78,7 @@ constexpr Verb kVerbs[] = {
      "                 when there is none. Writes nothing, not even ferry2.ini;\n"
      "                 exits 1 when it found a problem.\n"},
     {"catalog", kCatalogSynopsis, kCatalogDetails},
+    {"object", kObjectSynopsis, kObjectDetails},
 };
 
 const char kAbout[] =
@@ -129,7 +131,7 @@ struct Options {
     std::string subject;
     bool haveRows = false;
     std::vector<size_t> rows;  // from 0
-    std::vector<std::string> catalogWords;  // after "catalog", taken as they are
+    std::vector<std::string> catalogWords;  // after "catalog" or "object", taken as they are
 };
 
 bool ParseRows(const char* text, std::vector<size_t>& rows) {
@@ -155,7 +157,8 @@ bool ParseArgs(int argc, char** argv, Options& o) {
     for (int i = 1; i < argc; ++i) {
         const std::string a = argv[i];
         // After "catalog" every word is a key: "-05" is a zone, not an option.
-        if (!words.empty() && words[0] == "catalog" && a != "--help" && a != "-h") {
+        if (!words.empty() && (words[0] == "catalog" || words[0] == "object") && a != "--help" &&
+            a != "-h") {
             o.catalogWords.push_back(a);
             continue;
         }
@@ -177,7 +180,8 @@ bool ParseArgs(int argc, char** argv, Options& o) {
     if (!words.empty()) o.verb = words[0];
     if (o.help) return o.verb.empty() || FindVerb(o.verb);
     if (o.verb == "check") return words.size() == 1 && !o.haveRows;
-    if (o.verb == "catalog") return !o.catalogWords.empty() && !o.haveRows && !o.haveLegacy;
+    if (o.verb == "catalog" || o.verb == "object")
+        return !o.catalogWords.empty() && !o.haveRows && !o.haveLegacy;
     if (words.size() != 2) return false;
     o.subject = words[1];
     if (o.verb != "list" && o.verb != "import") return false;
@@ -297,6 +301,7 @@ int main(int argc, char** argv) {
         return kExitUsage;
     }
     if (o.verb == "catalog") return RunCatalog(o.catalogWords);
+    if (o.verb == "object") return RunObject(o.catalogWords);
 
     JobHost host;
     host.showMessage = PrintMessage;

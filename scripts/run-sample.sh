@@ -12,12 +12,14 @@ top=$PWD
 bash scripts/ensure-packages.sh cmake ninja-build g++
 
 cmake -S . -B build-sample -G Ninja -DCMAKE_BUILD_TYPE=Release -DFERRY2_TESTS=OFF >/dev/null
-cmake --build build-sample --target ferry2-cli make-sample make-refdata >/dev/null
+cmake --build build-sample --target ferry2-cli make-sample make-refdata make-nutcon >/dev/null
 
 rm -rf sample
 "$top/build-sample/make-sample" sample >/dev/null
 # vesperal.ini of the sample names data/small/, data/stars/ and data/gsc/.
 "$top/build-sample/make-refdata" sample/vesperal2/data >/dev/null
+# The engine's nutation table, from the published series, in the solar folder.
+"$top/build-sample/make-nutcon" astro/nutation-iau1980.csv sample/vesperal2/solar/nutcon.bin >/dev/null
 cd sample/vesperal2
 
 echo "\$ ferry2-cli --legacy ../legacy list locations"

@@ -277,6 +277,22 @@ for lookup in "struve 1" "ccdm 18369 +3847"; do
 done
 run catalog find struve 2
 check "an empty Struve slot answers nothing" test "$rc" -eq 1
+run object 5 1 --at 2000-01-01T12:00 --site -111.6,31.96,2100
+check "object 5 1 exits 0" test "$rc" -eq 0
+for field in '"raJ2000": 4.87356315567964' '"objectClass": 5' '"PID": 1' '"classMask": 16' \
+    '"magnitude": 0.029999999' '"site": {"longitude": -111.6, "latitude": 31.96, "height": 2100}' \
+    '"instant": {"ut": "2000-01-01T12:00:00", "jd": 2451545.0000000000}'; do
+    check "object 5 1 has $field" grep -qF "$field" <<<"$out"
+done
+run object fixed 83.82 -5.39 --at 2026-11-22T22:00
+check "object fixed" grep -qF '"fixedRa": 500005776, "fixedDec": -32152602' <<<"$out"
+check "object fixed is read again with its mask" grep -qF '"classMask": 32768' <<<"$out"
+run object 5 2591874
+check "an object not in the file exits 1" test "$rc" -eq 1 -a -z "$out"
+for bad in "fixed 400 0" "5" "21 1" "5 1 --at 2026-13-01T00:00" "5 1 --site 0"; do
+    run object $bad
+    check "object $bad is a usage error" test "$rc" -eq 2
+done
 run catalog find bayer Xyz alpha
 check "an unknown constellation is a usage error" test "$rc" -eq 2
 run catalog --help
