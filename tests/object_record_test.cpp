@@ -1,11 +1,14 @@
 // The object record: its 224-byte image, the class masks and the fixed
 // position, and a refill by class and PID.
 #include <cmath>
+#include <cstring>
 #include <numbers>
 
 #include "astro/instant.h"
 #include "astro/site.h"
+#include "base/string_table.h"
 #include "catalog/catalogue_roots.h"
+#include "catalog/class_names.h"
 #include "catalog/object_fill.h"
 #include "catalog/object_record.h"
 #include "catalog/star_file.h"
@@ -96,6 +99,24 @@ TEST(ObjectRecordTest, AFixedPositionIsMadeWith16384AndReadAgainWith32768) {
     EXPECT_NEAR(r.raJ2000, 83.82 * kDeg, 1e-8);
     EXPECT_EQ(r.pid, 0u);
     EXPECT_EQ(r.magnitude2, 99.9f);
+}
+
+TEST(ClassNamesTest, FixedTablesAndDisplayLists) {
+    EXPECT_STREQ(folderWord(0), "constellations");
+    EXPECT_STREQ(folderWord(9), "bright nebulae");
+    EXPECT_STREQ(folderWord(13), "");
+    EXPECT_STREQ(bodyName(11), "Earth Shadow");
+    EXPECT_STREQ(bodyName(-1), "");
+    EXPECT_STREQ(browserGroupName(8), "Globular Clusters");
+    for (int i = 0; i < kFolderWordRows; ++i) EXPECT_LT(std::strlen(folderWord(i)), 19u);
+    for (int i = 0; i < kBrowserGroupRows; ++i) EXPECT_LT(std::strlen(browserGroupName(i)), 18u);
+    const struct {
+        int number;
+        const char* text;
+    } rows[] = {{8448 + 10, "Moon"}, {8464 + 19, "Fixed Positions"}, {8528 + 5, "Multple Star System"},
+                {9233 + 18, "Glob"}, {8300 + 17, "Tycho-2"}, {8339, "Henize"}, {8340, "Haro"},
+                {8347 + 52, "Raab"}, {8295 + 4, "Objective Prism"}};
+    for (const auto& row : rows) EXPECT_STREQ(StringText(row.number), row.text) << row.number;
 }
 
 class StarObjectTest : public ScratchTest {
