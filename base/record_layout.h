@@ -69,6 +69,7 @@ constexpr uint32_t Mask(unsigned width) { return width >= 32 ? 0xFFFFFFFFu : (1u
 struct LayoutReader {
     const uint8_t* bytes;
     void U8(size_t off, uint8_t& v) const { v = le::GetU8(bytes + off); }
+    void I8(size_t off, int8_t& v) const { v = static_cast<int8_t>(le::GetU8(bytes + off)); }
     void I16(size_t off, int16_t& v) const { v = le::GetI16(bytes + off); }
     void U16(size_t off, uint16_t& v) const { v = le::GetU16(bytes + off); }
     void U24(size_t off, uint32_t& v) const { v = le::GetU24(bytes + off); }
@@ -106,6 +107,7 @@ struct LayoutReader {
 struct LayoutWriter {
     uint8_t* bytes;
     void U8(size_t off, uint8_t v) const { le::PutU8(bytes + off, v); }
+    void I8(size_t off, int8_t v) const { le::PutU8(bytes + off, static_cast<uint8_t>(v)); }
     void I16(size_t off, int16_t v) const { le::PutI16(bytes + off, v); }
     void U16(size_t off, uint16_t v) const { le::PutU16(bytes + off, v); }
     void U24(size_t off, uint32_t v) const { le::PutU24(bytes + off, v); }  // low 24 bits
@@ -177,6 +179,8 @@ struct LayoutCheck {
     constexpr bool Covers(size_t size) const { return ok && wordBits == 0 && next == size; }
     template <class T>
     constexpr void U8(size_t off, const T&) { Field(off, 1); }
+    template <class T>
+    constexpr void I8(size_t off, const T&) { Field(off, 1); }
     template <class T>
     constexpr void I16(size_t off, const T&) { Field(off, 2); }
     template <class T>
@@ -277,6 +281,8 @@ struct ShiftedIo {
     size_t base;
     template <class T>
     constexpr void U8(size_t off, T& v) { io.U8(base + off, v); }
+    template <class T>
+    constexpr void I8(size_t off, T& v) { io.I8(base + off, v); }
     template <class T>
     constexpr void I16(size_t off, T& v) { io.I16(base + off, v); }
     template <class T>

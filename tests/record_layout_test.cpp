@@ -59,6 +59,18 @@ struct SmallLayout {
     }
 };
 
+struct Signed {  // a signed byte between two plain ones
+    uint8_t a = 0; int8_t s = 0; uint8_t b = 0; bool operator==(const Signed&) const = default;
+};
+struct SignedLayout {
+    static constexpr size_t kSize = 3;
+    template <class Io, class R> static constexpr void Fields(Io& io, R& r) {
+        io.U8(0, r.a);
+        io.I8(1, r.s);
+        io.U8(2, r.b);
+    }
+};
+
 struct Outer {  // both kinds one layer down
     uint8_t head = 0; PmMag inner; Odd odd; bool operator==(const Outer&) const = default;
 };
@@ -122,6 +134,7 @@ TEST(RecordLayout, WritesAndReadsHandWrittenImages) {
     ExpectImage<GroupLayout>(Group{0, 1, 127, 31, 15}, {0x00, 0x01, 0xFF, 0xFF});
     ExpectImage<SmallLayout>(Small{2, 5, 6, 0x1234, true}, {0xD6, 0x34, 0x92});
     ExpectImage<SmallLayout>(Small{3, 0, 0, 0x7FFF, false}, {0x03, 0xFF, 0x7F});
+    ExpectImage<SignedLayout>(Signed{1, -2, 3}, {0x01, 0xFE, 0x03});
     ExpectImage<OuterLayout>(Outer{9, {750000, 0x7FF}, {7, 0x0A1B2C, 0x0102}},
                              {0x09, 0xB0, 0x71, 0xEB, 0xFF, 0x07, 0x2C, 0x1B, 0x0A, 0x02, 0x01});
     // Values too wide for their field are cut to it when written.
