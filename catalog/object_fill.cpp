@@ -6,6 +6,13 @@
 
 #include "catalog/catalogue_codes.h"
 #include "catalog/catalogue_files.h"
+#include "catalog/cluster_files.h"
+#include "catalog/constellation_files.h"
+#include "catalog/dark_nebula_files.h"
+#include "catalog/galaxy_files.h"
+#include "catalog/nebula_files.h"
+#include "catalog/planetary_files.h"
+#include "catalog/quasar_files.h"
 #include "catalog/double_star_orbits.h"
 #include "catalog/gsc.h"
 #include "catalog/multiple_stars.h"
@@ -49,6 +56,43 @@ double ComponentSeparation(const std::vector<CcdmComponent>& components, int nam
     }
     if (orbits) closeDoubleStarOrbits(orbits);
     return widest;
+}
+
+// What every deep-sky data record shares: the J2000 place, the magnitude and
+// the sizes.
+template <class Data>
+void TakeCommon(ObjectRecord* r, uint32_t pid, const Data& d) {
+    r->pid = pid;
+    r->raJ2000 = d.ra;
+    r->decJ2000 = d.dec;
+    r->pmRa = r->pmDec = 0;
+    r->magnitude = static_cast<float>(d.magnitude);
+    if constexpr (requires { d.magnitude2; }) r->magnitude2 = static_cast<float>(d.magnitude2);
+    if constexpr (requires { d.sizeMajor; }) {
+        r->sizeMajor = static_cast<float>(d.sizeMajor);
+        r->sizeMinor = static_cast<float>(d.sizeMinor);
+        r->sizeDefault = static_cast<float>(d.sizeDefault);
+    } else {
+        r->sizeMajor = r->sizeMinor = r->sizeDefault = 0;
+    }
+}
+
+// Opens the class's main file and reads record `pid` through `read`.
+template <class Data, class Open, class Read>
+int ReadDeepSky(ObjectRecord* r, uint32_t pid, Open open, Read read) {
+    FilePtr file = open();
+    Data data;
+    if (!file || !read(file.get(), static_cast<long>(pid), &data, kReadAll)) return 0;
+    TakeCommon(r, pid, data);
+    return 1;
+}
+
+int ReadConstellation(ObjectRecord* r, uint32_t pid) {
+    FilePtr file = openConstellationBounds();
+    ConstellationData data;
+    if (pid > 88 || !file || !readConstellationBox(file.get(), static_cast<int>(pid), &data)) return 0;
+    TakeCommon(r, pid, data);
+    return 1;
 }
 
 }  // namespace
@@ -114,13 +158,43 @@ int refillByIdentity(ObjectRecord* r, double riseSetStart, double riseSetEnd, co
             r->magnitude = r->magnitude2 = 99.9f;
             count = 1;
             break;
-        // The deep-sky and constellation readers, the solar-system bodies,
-        // the orbit classes and the user stores come with their own files;
-        // until they are read here their objects are not found.
+        case kClassConstellation:
+            count = ReadConstellation(r, r->pid);
+            break;
+        case kClassGalaxy:
+            count = ReadDeepSky<GalaxyData>(r, r->pid, openGalaxies, readGalaxy);
+            break;
+        case kClassGalaxyGroup:
+            count = ReadDeepSky<GroupData>(r, r->pid, openGroups, readGroup);
+            break;
+        case kClassQuasar:
+            count = ReadDeepSky<QuasarData>(r, r->pid, openQuasars, readQuasar);
+            break;
+        case kClassPlanetary:
+            count = ReadDeepSky<PlanetaryData>(r, r->pid, openPlanetaries, readPlanetary);
+            break;
+        case kClassDiffuseNebula:
+            count = ReadDeepSky<NebulaData>(r, r->pid, openNebulae, readNebula);
+            break;
+        case kClassOpenCluster:
+            count = ReadDeepSky<OpenClusterData>(r, r->pid, openOpenClusters, readOpenCluster);
+            break;
+        case kClassGlobular:
+            count = ReadDeepSky<GlobularData>(r, r->pid, openGlobulars, readGlobular);
+            break;
+        case kClassDarkNebula:
+            count = ReadDeepSky<DarkNebulaData>(r, r->pid, [] { return openDn(0); }, readDarkNebula);
+            break;
+        // The solar-system bodies (2) come with the planet theory, the orbit
+        // classes (3, 4, 13, 14) with their element stores, and the user's
+        // own stars and deep-sky objects (12, 18) with their stores; until
+        // then their objects are not found.
         default:
             return 0;
     }
     if (count == 0) return 0;
+    const int zone = constellationOfPlace(r->raJ2000, r->decJ2000);
+    r->constellation = static_cast<uint8_t>(zone < 0 ? 255 : zone);
     if (site && instant)
         applyObjectPlace(r, site, instant, 0.0);
     else
