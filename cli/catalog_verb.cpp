@@ -8,6 +8,7 @@
 
 #include "base/windows_text.h"
 #include "catalog/catalogue_files.h"
+#include "cli/catalog_deep_sky.h"
 #include "catalog/constellation_names.h"
 #include "catalog/greek_letters.h"
 #include "catalog/gsc.h"
@@ -38,6 +39,11 @@ const char kCatalogDetails[] =
     "                 tycho REGION NUMBER COMPONENT, csn_alp NAME,\n"
     "                 struve N, ads N, ccdm RA DEC (as 18369 +3847); the last\n"
     "                 three answer the primary star of the multiple-star row.\n"
+    "                 Deep-sky indexes: m N, ngc N, ic N, cn NAME (the cross\n"
+    "                 tables: each object found as CLASS RECORD), pgc, arp,\n"
+    "                 mkn, ugc, palomar, terzan, ldn, barnard, sh, vdb, gum,\n"
+    "                 rcw, lbn, abell, aro (record numbers); a suffix letter\n"
+    "                 is typed on the number (ngc 300B, barnard 83A).\n"
     "                 CON is an abbreviation (Lyr), LETTER a Greek name or\n"
     "                 its start (alpha, Alp). Exit 1 when none.\n"
     "  catalog gsc REGION NUMBER\n"
@@ -290,6 +296,8 @@ int Find(const std::vector<std::string>& w) {
     if (index == "flamstd" || index == "bayer") return FindDesignation(w);
     if (index == "bd" || index == "cd" || index == "cp") return FindDm(w);
     if (index == "struve" || index == "ads" || index == "ccdm") return FindMultiple(w);
+    int status = 0;
+    if (FindDeepSky(w, &status)) return status;
     if (index == "tycho") {
         long region = 0, number = 0, component = 0;
         if (w.size() != 5 || !ParseLong(w[2], &region) || !ParseLong(w[3], &number) ||

@@ -293,6 +293,22 @@ for bad in "fixed 400 0" "5" "21 1" "5 1 --at 2026-13-01T00:00" "5 1 --site 0"; 
     run object $bad
     check "object $bad is a usage error" test "$rc" -eq 2
 done
+# Deep sky: M 31 is galaxy record 5, whose place sits at bytes 22 to 29;
+# NGC 224's row names two galaxies under the bare number.
+put $stars/m.bin 90 04 05 00
+put $stars/gal.bin 234 b3 8d cc 03 b4 66 ac 0e
+put $stars/gal.bin 264 00
+put $stars/ngc.bin 7359 00 24 00 00 00 05 00 00 00 06 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 \
+    00 00 00 00 00 00 00 00
+run catalog find m 31
+check "find m 31 answers the galaxy record" test "$rc" -eq 0 -a "$out" = "6 5"
+run catalog find ngc 224
+check "find ngc 224 answers two galaxies" test "$out" = $'6 5\n6 6'
+run catalog find ngc 224A
+check "find ngc 224A answers nothing" test "$rc" -eq 1 -a -z "$out"
+run object 6 5 --at 2026-11-22T22:00
+check "object 6 5 is the galaxy at its place" grep -qF '"raJ2000": 0.186484800521595' <<<"$out"
+check "object 6 5 is a galaxy" grep -qF '"classMask": 256' <<<"$out"
 run catalog find bayer Xyz alpha
 check "an unknown constellation is a usage error" test "$rc" -eq 2
 run catalog --help

@@ -1,0 +1,183 @@
+#include "cli/catalog_deep_sky.h"
+
+#include <cctype>
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+
+#include "base/windows_text.h"
+#include "catalog/catalogue_files.h"
+#include "catalog/cluster_files.h"
+#include "catalog/cross_tables.h"
+#include "catalog/dark_nebula_files.h"
+#include "catalog/galaxy_files.h"
+#include "catalog/nebula_files.h"
+#include "catalog/planetary_files.h"
+
+namespace {
+
+constexpr int kExitDone = 0;
+constexpr int kExitNone = 1;
+constexpr int kExitUsage = 2;
+
+// The object class of each cross-table class code.
+constexpr int kCrossObjectClass[8] = {10, 11, 9, 8, 6, 7, 16, 17};
+
+int Usage(const char* why) {
+    std::fprintf(stderr, "ferry2-cli catalog: %s\n", why);
+    return kExitUsage;
+}
+
+int Missing(int id) {
+    std::fprintf(stderr, "ferry2-cli catalog: %s cannot be opened\n", catalogueFilePath(id).c_str());
+    return kExitNone;
+}
+
+// "300", "300B": the number and the suffix code (0 none, 1 for A, ...).
+bool ParseNumberSuffix(const std::string& text, long* number, int* suffix) {
+    if (text.empty() || !std::isdigit(static_cast<unsigned char>(text[0]))) return false;
+    errno = 0;
+    char* end = nullptr;
+    const long n = std::strtol(text.c_str(), &end, 10);
+    if (errno || n < 1) return false;
+    *suffix = 0;
+    if (*end) {
+        const int letter = std::toupper(static_cast<unsigned char>(*end));
+        if (end[1] || letter < 'A' || letter > 'Z') return false;
+        *suffix = letter - 'A' + 1;
+    }
+    *number = n;
+    return true;
+}
+
+int PrintHits(const CrossHit* hits, int count) {
+    for (int i = 0; i < count; ++i)
+        std::printf("%d %ld\n", hits[i].crossClass >= 0 && hits[i].crossClass < 8
+                                    ? kCrossObjectClass[hits[i].crossClass]
+                                    : -1,
+                    hits[i].record);
+    return count > 0 ? kExitDone : kExitNone;
+}
+
+int PrintRecords(const long* records, int count, bool zeroBased) {
+    int printed = 0;
+    for (int i = 0; i < count; ++i) {
+        if (zeroBased ? records[i] < 0 : records[i] <= 0) continue;
+        std::printf("%ld\n", records[i]);
+        ++printed;
+    }
+    return printed > 0 ? kExitDone : kExitNone;
+}
+
+int Cross(const std::string& index, const std::vector<std::string>& w) {
+    if (index == "cn") {
+        std::string name = w[2];
+        for (size_t i = 3; i < w.size(); ++i) name += " " + w[i];
+#ifndef _WIN32
+        name = Utf8ToWindowsText(name);
+#endif
+        FilePtr names = openCommonNames();
+        FilePtr cross = openCommonNameCross();
+        if (!names) return Missing(kCatCnames);
+        if (!cross) return Missing(kCatCnCross);
+        const int row = findCommonName(names.get(), name.c_str());
+        CrossHit hit;
+        return PrintHits(&hit, row >= 0 && lookupCommonNameCross(cross.get(), row, &hit) ? 1 : 0);
+    }
+    long number = 0;
+    int suffix = 0;
+    if (w.size() != 3 || !ParseNumberSuffix(w[2], &number, &suffix))
+        return Usage("m, ngc and ic take a number, with its letter typed on it (ngc 300B)");
+    CrossHit hits[2];
+    if (index == "m") {
+        if (suffix) return Usage("Messier numbers have no letter");
+        FilePtr f = openMessierCross();
+        if (!f) return Missing(kCatM);
+        return PrintHits(hits, lookupMessierCross(f.get(), static_cast<int>(number), hits));
+    }
+    if (index == "ngc") {
+        FilePtr f = openNgcCross();
+        if (!f) return Missing(kCatNgc);
+        return PrintHits(hits, lookupNgcCross(f.get(), static_cast<int>(number), suffix, hits));
+    }
+    FilePtr f = openIcCross();
+    if (!f) return Missing(kCatIc);
+    return PrintHits(hits, lookupIcCross(f.get(), static_cast<int>(number), suffix, hits));
+}
+
+// Indexes that answer one record from a plain number.
+struct NumberIndex {
+    const char* name;
+    int id;
+    long (*lookup)(FILE*, int);
+    bool zeroBased;  // records from 0, -1 for none
+};
+
+long Pgc(FILE* f, int n) { return lookupPgc(f, n); }
+
+constexpr NumberIndex kNumberIndexes[] = {
+    {"pgc", kCatPgc, Pgc, false},
+    {"arp", kCatArp, lookupArp, false},
+    {"palomar", kCatPalomar, lookupPalomar, false},
+    {"terzan", kCatTerzan, lookupTerzan, false},
+    {"ldn", kCatLdn, lookupLdn, true},
+    {"sh", kCatSh, lookupSharpless, true},
+    {"vdb", kCatVdb, lookupVdb, true},
+    {"gum", kCatGum, lookupGum, true},
+    {"rcw", kCatRcw, lookupRcw, true},
+    {"lbn", kCatLbn, lookupLbn, true},
+    {"abell", kCatAbellPn, lookupAbellPn, true},
+    {"aro", kCatAro, lookupAro, true},
+};
+
+}  // namespace
+
+bool FindDeepSky(const std::vector<std::string>& w, int* status) {
+    const std::string& index = w[1];
+    if (index == "m" || index == "ngc" || index == "ic" || index == "cn") {
+        *status = Cross(index, w);
+        return true;
+    }
+    for (const NumberIndex& i : kNumberIndexes) {
+        if (index != i.name) continue;
+        long number = 0;
+        int suffix = 0;
+        if (w.size() != 3 || !ParseNumberSuffix(w[2], &number, &suffix) || suffix) {
+            *status = Usage("this index takes one number");
+            return true;
+        }
+        FilePtr f = openCatalogue(i.id);
+        if (!f) {
+            *status = Missing(i.id);
+            return true;
+        }
+        const long record = i.lookup(f.get(), static_cast<int>(number));
+        *status = PrintRecords(&record, 1, i.zeroBased);
+        return true;
+    }
+    if (index == "mkn" || index == "ugc" || index == "barnard") {
+        long number = 0;
+        int suffix = 0;
+        if (w.size() != 3 || !ParseNumberSuffix(w[2], &number, &suffix)) {
+            *status = Usage("this index takes a number, with its letter typed on it (barnard 83A)");
+            return true;
+        }
+        const int id = index == "mkn" ? kCatMkn : index == "ugc" ? kCatUgc : kCatBarnard;
+        FilePtr f = openCatalogue(id);
+        if (!f) {
+            *status = Missing(id);
+            return true;
+        }
+        if (index == "barnard") {
+            const long record = lookupBarnard(f.get(), static_cast<int>(number), suffix);
+            *status = PrintRecords(&record, 1, true);
+            return true;
+        }
+        long out[kMaxGalaxyHits] = {};
+        const int n = index == "mkn" ? lookupMarkarian(f.get(), static_cast<int>(number), suffix, out)
+                                     : lookupUgc(f.get(), static_cast<int>(number), suffix, out);
+        *status = PrintRecords(out, n, false);
+        return true;
+    }
+    return false;
+}
