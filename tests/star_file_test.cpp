@@ -192,6 +192,8 @@ TEST_F(StarFileTest, Record1121815IsReadInTheShortFormFromItsLongPlace) {
         WriteRecord<ShortStarLayout>(f.get(), a);
         std::fseek(f.get(), 86379755L, SEEK_SET);
         WriteRecord<ShortStarLayout>(f.get(), b);
+        b.gscNumber = 17;
+        WriteRecord<ShortStarLayout>(f.get(), b);
     }
     FilePtr f = openStars();
     ASSERT_TRUE(f);
@@ -201,9 +203,12 @@ TEST_F(StarFileTest, Record1121815IsReadInTheShortFormFromItsLongPlace) {
     EXPECT_EQ(s.name, "TYC 00011-0015 1");
     ASSERT_EQ(readStar(f.get(), 1121816, &s, kReadAll), 1);
     EXPECT_EQ(s.name, "TYC 00012-0016 1");
+    ASSERT_EQ(readStar(f.get(), -1, &s, kReadAll), 1);  // the next short record
+    EXPECT_EQ(s.number, 1121817);
+    EXPECT_EQ(s.name, "TYC 00012-0017 1");
     ASSERT_EQ(readStar(f.get(), 1121814, &s, kReadAll), 1);
     EXPECT_FALSE(s.isShort);
-    EXPECT_EQ(readStar(f.get(), 1121817, &s, kReadAll), 0);  // past the end
+    EXPECT_EQ(readStar(f.get(), 1121818, &s, kReadAll), 0);  // past the end
     EXPECT_EQ(readStar(f.get(), 0, &s, kReadAll), 0);
 }
 

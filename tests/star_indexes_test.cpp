@@ -120,6 +120,7 @@ TEST_F(IndexFileTest, BdSlotsMatchBySuffix) {
         {{a, 0xFFFFFF}, 'C', -1, 0},            // one slot filled
         {{a, b, 0xFFFFFF}, 'C', 0, 0},          // two filled, no match
         {{blank, a, b, blank}, ' ', 2, 7001},
+        {{a, a, b, (2u << 21) | 7004}, 'B', 2, 7003},  // the fourth slot is read too
     };
     for (const auto& row : rows) {
         Place("bd.bin", at + 12, at, row.slots);
@@ -140,6 +141,10 @@ TEST_F(IndexFileTest, CdAndCpZonesOutsideTheirRangeAreNotRead) {
     long out[4] = {};
     EXPECT_EQ(lookupCd(cd.get(), '-', 37, 1, out), 3);
     EXPECT_EQ(lookupCd(cd.get(), '-', 21, 1, out), 0);  // code 111
+    EXPECT_EQ(cdOffset(179, 1), 67L * 19834 * 9);
+    EXPECT_EQ(cdOffset(180, 1), -1);
+    EXPECT_EQ(cpOffset(180, 1), 72L * 29075 * 12);
+    EXPECT_EQ(cpOffset(181, 1), -1);
     EXPECT_EQ(lookupCp(cp.get(), '-', 18, 1, out), 3);
     EXPECT_EQ(out[1], 21);
     EXPECT_EQ(lookupCp(cp.get(), '-', 17, 1, out), 0);
