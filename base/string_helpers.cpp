@@ -31,6 +31,15 @@ void TrimRightString(std::string& text) {
 
 void TrimLeftString(std::string& text) { text.erase(0, text.find_first_not_of(' ')); }
 
+char* NormaliseBlanks(char* text) {
+    TrimLeft(TrimRight(text));
+    char* out = text;
+    for (const char* in = text; *in; ++in)
+        if (*in != ' ' || in[1] != ' ') *out++ = *in;
+    *out = '\0';
+    return text;
+}
+
 void RemoveBlanks(const char* source, char* target) {
     for (; *source; ++source)
         if (*source != ' ') *target++ = *source;

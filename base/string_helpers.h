@@ -16,6 +16,10 @@ char* TrimLeft(char* text);
 void TrimRightString(std::string& text);
 void TrimLeftString(std::string& text);
 
+// The normal form of typed text, in place: blanks at both ends removed and
+// every run of blanks inside made a single blank.
+char* NormaliseBlanks(char* text);
+
 // Copies `source` to `target` without its blanks.
 void RemoveBlanks(const char* source, char* target);
 

@@ -45,12 +45,6 @@ int ReadPlain(FILE* file, long offset, int n, long* out) {
 
 }  // namespace
 
-int dmZoneCode(char sign, int zone) {
-    if (sign == '+') return 89 - zone;
-    if (sign == '-') return zone + 90;
-    return 180;
-}
-
 long hrbsOffset(long hr) { return ByNumber(hr, kHrbsSlot); }
 long hdOffset(long hd) { return ByNumber(hd, kHdSlot); }
 long saoOffset(long sao) { return sao < kSaoBound ? ByNumber(sao, kSaoSlot) : -1; }

@@ -8,6 +8,7 @@
 #include <cstdio>
 
 #include "base/file_utils.h"
+#include "catalog/dm_numbers.h"  // dmZoneCode, which the DM offsets take
 
 // Slot sizes.
 inline constexpr int kHrbsSlot = 3, kHdSlot = 6, kSaoSlot = 3, kPpmSlot = 3, kHcSlot = 3,
@@ -72,7 +73,3 @@ int lookupCp(FILE* file, char sign, int zone, long number, long out[4]);
 
 // The largest running number of a zone in BD, CD and CP; 1 on success.
 int readDmb(FILE* file, int zoneCode, uint16_t out[3]);
-
-// The DM zone code of a sign and zone in degrees: '+' 89 - d, '-' d + 90,
-// anything else 180.
-int dmZoneCode(char sign, int zone);
