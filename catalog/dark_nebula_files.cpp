@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "astro/numeric.h"
+#include "base/debug_channel.h"
 #include "base/file_io.h"
 #include "base/le_bytes.h"
 #include "catalog/catalogue_codes.h"
@@ -30,8 +31,10 @@ constexpr BarnardFixed kBarnardFixed[] = {
 // The roman elements of globule names and their ranks 1 to 5.
 constexpr const char* kRomanRanks[] = {"I", "II", "III", "IV", "V"};
 
-// The debug channel of the catalogue readers: standard error.
-void DebugLine(const char* name, const char* element) { std::fprintf(stderr, "error: %s = :%s:\n", name, element); }
+// A name the comparator can't split goes to the debug channel.
+void DebugLine(const char* name, const char* element) {
+    DebugPrint("error: %s = :%s:\n", name, element);
+}
 
 // A name split at its first blank and the first '-' after it: the roman
 // rank of the part between (0 when there is no such part, or it is no

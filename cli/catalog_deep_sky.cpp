@@ -10,6 +10,7 @@
 #include "catalog/cluster_files.h"
 #include "catalog/cross_tables.h"
 #include "catalog/dark_nebula_files.h"
+#include "catalog/designation_kinds.h"
 #include "catalog/galaxy_files.h"
 #include "catalog/nebula_files.h"
 #include "catalog/planetary_files.h"
@@ -153,6 +154,34 @@ bool FindDeepSky(const std::vector<std::string>& w, int* status) {
         }
         const long record = i.lookup(f.get(), static_cast<int>(number));
         *status = PrintRecords(&record, 1, i.zeroBased);
+        return true;
+    }
+    if (index == "ocl" || index == "oc") {
+        const bool family = index == "oc";
+        double value = 0;
+        long number = 0;
+        int suffix = 0;
+        int code = -1;
+        char* end = nullptr;
+        if (family) {
+            code = w.size() == 4 ? findClusterFamily(w[2].c_str()) : -1;
+            if (code < 2 || !ParseNumberSuffix(w[3], &number, &suffix) || suffix) {
+                *status = Usage("oc takes a cluster family word and a number (oc Collinder 399)");
+                return true;
+            }
+        } else if (w.size() != 3 || (value = std::strtod(w[2].c_str(), &end), *end) || value <= 0) {
+            *status = Usage("ocl takes an OCL number such as 123.4");
+            return true;
+        }
+        const int id = family ? kCatOcCross : kCatOcl;
+        FilePtr f = openCatalogue(id);
+        if (!f) {
+            *status = Missing(id);
+            return true;
+        }
+        const long record = family ? lookupOcCross(f.get(), code, static_cast<int>(number))
+                                   : lookupOcl(f.get(), value);
+        *status = PrintRecords(&record, 1, true);
         return true;
     }
     if (index == "mkn" || index == "ugc" || index == "barnard") {
