@@ -13,11 +13,13 @@
 #include <string>
 #include <vector>
 
+#include "base/le_bytes.h"
 #include "base/record_layout.h"
 #include "base/string_helpers.h"
 #include "base/windows_text.h"
 #include "catalog/catalogue_files.h"
 #include "catalog/catalogue_roots.h"
+#include "catalog/constellation_files.h"
 #include "catalog/constellation_names.h"
 #include "catalog/greek_letters.h"
 #include "catalog/star_file.h"
@@ -314,3 +316,89 @@ TEST_F(RefdataTest, SpectralTypesCoded) {
 }
 
 }  // namespace
+
+// ---- Constellations ----------------------------------------------------------
+
+// The abbreviation of a zone: Serpens is zones 75 and 76, so the zones after
+// it take the row below.
+std::string ZoneAbbreviation(int zone) {
+    if (zone < 0) return "";
+    return constellationAbbreviation(zone > 75 ? zone - 1 : zone);
+}
+
+double Radians(double degrees) { return degrees * std::numbers::pi / 180; }
+
+TEST_F(RefdataTest, EveryDesignatedStarLiesInItsOwnConstellation) {
+    int checked = 0;
+    for (Row& row : stars_) {
+        if (row["con"].empty() || (row["flamsteed"].empty() && row["bayer"].empty())) continue;
+        SCOPED_TRACE("HR " + row["hr"]);
+        const int zone = constellationOfPlace(Radians(std::stod(row["ra_deg"])),
+                                              Radians(std::stod(row["dec_deg"])));
+        EXPECT_EQ(ZoneAbbreviation(zone), row["con"]);
+        ++checked;
+    }
+    EXPECT_EQ(checked, 3143);
+}
+
+TEST_F(RefdataTest, PlacesFallInThePublishedConstellations) {
+    struct Case {
+        double ra, dec;  // J2000 degrees
+        const char* abbreviation;
+        int zone;
+    };
+    const Case cases[] = {
+        {83.82, -5.39, "Ori", 59},          // the Orion Nebula
+        {10.684792, 41.269056, "And", 0},   // M31
+        {37.95, 89.26, "UMi", 84},          // Polaris
+        {236.067, 6.4256, "Ser", 75},       // alpha Ser, in Serpens Caput
+        {275.327, -2.899, "Ser", 76},       // eta Ser, in Serpens Cauda
+        {279.234583, 38.783611, "Lyr", 51}, // Vega
+        {0.0, -89.9, "Oct", 57},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.abbreviation);
+        const int zone = constellationOfPlace(Radians(c.ra), Radians(c.dec));
+        EXPECT_EQ(zone, c.zone);
+        EXPECT_EQ(ZoneAbbreviation(zone), c.abbreviation);
+    }
+}
+
+TEST_F(RefdataTest, ConstellationNamesAndBoxes) {
+    FilePtr names = openConstellationNames();
+    ASSERT_TRUE(names);
+    // Zone 0 by hand: "Andromeda", then the label point 10.0934, +40.4837
+    // degrees as scaled angles (degrees / 360 x 2147483647).
+    uint8_t image[28];
+    ASSERT_TRUE(readAt(names.get(), 0, image, sizeof image));
+    EXPECT_EQ(std::string(reinterpret_cast<const char*>(image)), "Andromeda");
+    EXPECT_EQ(le::GetI32(image + 20), 60209476);
+    EXPECT_EQ(le::GetI32(image + 24), 241494677);
+    const struct {
+        int zone;
+        const char* name;
+    } zones[] = {{0, "Andromeda"}, {75, "Serpens Caput"}, {76, "Serpens Cauda"},
+                 {77, "Sextans"}, {88, "Vulpecula"}};
+    for (const auto& z : zones) {
+        ConstellationLabel label;
+        ASSERT_EQ(readConstellationName(names.get(), z.zone, &label), 1);
+        EXPECT_EQ(label.name, z.name);
+        // The label point lies in its own zone.
+        EXPECT_EQ(constellationOfPlace(label.ra, label.dec), z.zone) << z.name;
+    }
+    EXPECT_EQ(findConstellationName(names.get(), "serpens ca"), 75);
+    // The first run of conrect starts straight after the 89 heads (445 bytes).
+    FilePtr rects = openConstellationRectangles();
+    ASSERT_TRUE(rects);
+    ASSERT_TRUE(readAt(rects.get(), 0, image, 4));
+    EXPECT_EQ(std::vector<uint8_t>(image, image + 4), (std::vector<uint8_t>{0xBD, 0x01, 0, 0}));
+    // Boxes: Andromeda's holds M31; Ursa Minor's runs round the pole.
+    FilePtr bounds = openConstellationBounds();
+    ConstellationData box;
+    ASSERT_EQ(readConstellationBox(bounds.get(), 0, &box), 1);
+    EXPECT_LT(box.decLow, Radians(41.27));
+    EXPECT_GT(box.decHigh, Radians(41.27));
+    EXPECT_NEAR(box.ra, Radians(10), Radians(15));
+    ASSERT_EQ(readConstellationBox(bounds.get(), 84, &box), 1);
+    EXPECT_NEAR(box.decHigh, Radians(90), 1e-6);
+}

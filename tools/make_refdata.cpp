@@ -34,6 +34,7 @@
 #include "catalog/star_indexes.h"
 #include "catalog/star_texts.h"
 #include "catalog/variable_stars.h"
+#include "tools/refdata_constellations.h"
 #include "tools/refdata_sources.h"
 
 #ifndef FERRY2_REFDATA_SOURCE
@@ -72,6 +73,7 @@ struct ReferenceSet {
     std::vector<VariableIndexRow> vindex = std::vector<VariableIndexRow>(kConstellationRows);
     long vrefRows = 0;
     std::vector<std::string> notes;  // index slots that could not take a star
+    ConstellationImages constellations;
 };
 
 // ---- Building --------------------------------------------------------------
@@ -457,6 +459,9 @@ bool WriteSet(const std::string& out, ReferenceSet& set) {
         {kCatVindex, VindexFile(set)},
         {kCatVref, VrefFile(set)},
         {kCatVnames, VnamesFile(set)},
+        {kCatConnames, set.constellations.connames},
+        {kCatConbound, set.constellations.conbound},
+        {kCatConrect, set.constellations.conrect},
     };
     for (const auto& [id, image] : files) {
         const std::string path = CataloguePath(out, id);
@@ -499,7 +504,8 @@ int main(int argc, char** argv) {
     ReferenceSet set;
     std::string error;
     if (!ReadBrightStars(source + "/bright-stars.csv", &set.catalogue, &error) ||
-        !ReadStarNames(source + "/star-names.csv", &set.names, &error) || !TieNames(set, &error)) {
+        !ReadStarNames(source + "/star-names.csv", &set.names, &error) || !TieNames(set, &error) ||
+        !MakeConstellationImages(source, &set.constellations, &error)) {
         std::fprintf(stderr, "make-refdata: %s\n", error.c_str());
         return 1;
     }
