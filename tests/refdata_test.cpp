@@ -19,7 +19,12 @@
 #include "base/windows_text.h"
 #include "catalog/catalogue_files.h"
 #include "catalog/catalogue_roots.h"
+#include "catalog/cluster_files.h"
 #include "catalog/constellation_files.h"
+#include "catalog/cross_tables.h"
+#include "catalog/galaxy_files.h"
+#include "catalog/nebula_files.h"
+#include "catalog/planetary_files.h"
 #include "catalog/constellation_names.h"
 #include "catalog/greek_letters.h"
 #include "catalog/star_file.h"
@@ -401,4 +406,112 @@ TEST_F(RefdataTest, ConstellationNamesAndBoxes) {
     EXPECT_NEAR(box.ra, Radians(10), Radians(15));
     ASSERT_EQ(readConstellationBox(bounds.get(), 84, &box), 1);
     EXPECT_NEAR(box.decHigh, Radians(90), 1e-6);
+}
+
+// ---- Deep-sky objects ----------------------------------------------------------
+
+// The record of a row of deep-sky.csv within its class: rows of the class
+// counted in order, from `first`.
+long RecordInClass(const std::vector<Row>& rows, const std::string& name, long first) {
+    std::string cls;
+    for (const Row& r : rows)
+        if (r.at("name") == name) cls = r.at("class");
+    long record = first;
+    for (const Row& r : rows) {
+        if (r.at("name") == name) return record;
+        if (r.at("class") == cls) ++record;
+    }
+    return -1;
+}
+
+TEST_F(RefdataTest, MessierThirtyOneIsTheAndromedaGalaxy) {
+    const std::vector<Row> rows = ReadCsv(kSource + "deep-sky.csv");
+    ASSERT_EQ(rows.size(), 14033u);
+    const long m31 = RecordInClass(rows, "NGC0224", 1);
+    // `m` row 30 by hand: cross class 4 (galaxy), then the record, u16.
+    FilePtr m = openMessierCross();
+    ASSERT_TRUE(m);
+    uint8_t row[3];
+    ASSERT_TRUE(readAt(m.get(), 30 * 3, row, sizeof row));
+    EXPECT_EQ(row[0], 4);
+    EXPECT_EQ(row[1] | row[2] << 8, m31);
+
+    FilePtr gal = openGalaxies();
+    GalaxyData g;
+    ASSERT_EQ(readGalaxy(gal.get(), m31, &g, kReadAll), 1);
+    const double unit = 360.0 / 2147483647;  // degrees of one scaled-angle step
+    EXPECT_NEAR(g.ra * 180 / std::numbers::pi, 10.684792, unit);
+    EXPECT_NEAR(g.dec * 180 / std::numbers::pi, 41.269056, unit);
+    EXPECT_EQ(g.ngc, 224);
+    EXPECT_EQ(g.messier, 31);
+    EXPECT_EQ(g.pgc, 2557);
+    EXPECT_EQ(g.ugc, 454);
+    EXPECT_NEAR(g.magnitude, 3.4, 1e-9);  // V 3.44 in tenths
+    EXPECT_NEAR(g.sizeMajor * 180 / std::numbers::pi * 60, 177.83, 1.0 / 62);
+    // Its place lies in Andromeda.
+    FilePtr names = openConstellationNames();
+    ConstellationLabel label;
+    ASSERT_EQ(readConstellationName(names.get(), constellationOfPlace(g.ra, g.dec), &label), 1);
+    EXPECT_EQ(label.name, "Andromeda");
+    // The galaxy record by hand: NGC 224 at byte 11, Messier 31 at 17.
+    uint8_t image[GalaxyLayout::kSize];
+    ASSERT_TRUE(readAt(gal.get(), (m31 - 1) * 53, image, sizeof image));
+    EXPECT_EQ(image[11], 0xE0);
+    EXPECT_EQ(image[12], 0x00);
+    EXPECT_EQ(image[17], 31);
+    // PGC and the common name lead to the same galaxy.
+    EXPECT_EQ(lookupPgc(openPgc().get(), 2557), m31);
+    FilePtr cnames = openCommonNames();
+    const int nameRow = findCommonName(cnames.get(), "Andromeda Gal");
+    ASSERT_GE(nameRow, 0);
+    EXPECT_EQ(g.commonNameRow, nameRow);
+    CrossHit hit;
+    ASSERT_EQ(lookupCommonNameCross(openCommonNameCross().get(), nameRow, &hit), 1);
+    EXPECT_EQ(hit.crossClass, 4);
+    EXPECT_EQ(hit.record, m31);
+}
+
+TEST_F(RefdataTest, CrossTablesLeadToTheirClassFiles) {
+    const std::vector<Row> rows = ReadCsv(kSource + "deep-sky.csv");
+    struct Case {
+        const char* table;  // "M", "NGC" or "IC"
+        int number, suffix;
+        const char* name;  // the row in deep-sky.csv
+        int crossClass;
+        long first;  // the class file's first record
+    };
+    const Case cases[] = {
+        {"M", 42, 0, "NGC1976", 2, 0},  {"M", 13, 0, "NGC6205", 1, 1},
+        {"M", 57, 0, "NGC6720", 3, 0},  {"M", 51, 0, "NGC5194", 4, 1},
+        {"NGC", 5195, 0, "NGC5195", 4, 1}, {"NGC", 1976, 0, "NGC1976", 2, 0},
+        {"NGC", 6720, 0, "NGC6720", 3, 0}, {"IC", 434, 0, "IC0434", 2, 0},
+    };
+    FilePtr m = openMessierCross(), ngc = openNgcCross(), ic = openIcCross();
+    for (const Case& c : cases) {
+        SCOPED_TRACE(std::string(c.table) + " " + std::to_string(c.number));
+        CrossHit hits[2];
+        const int found = c.table[0] == 'M'   ? lookupMessierCross(m.get(), c.number, hits)
+                          : c.table[0] == 'N' ? lookupNgcCross(ngc.get(), c.number, c.suffix, hits)
+                                              : lookupIcCross(ic.get(), c.number, c.suffix, hits);
+        ASSERT_GE(found, 1);
+        EXPECT_EQ(hits[0].crossClass, c.crossClass);
+        EXPECT_EQ(hits[0].record, RecordInClass(rows, c.name, c.first));
+    }
+    // The class files hold what the rows say.
+    NebulaData neb;
+    ASSERT_EQ(readNebula(openNebulae().get(), RecordInClass(rows, "NGC1976", 0), &neb, kReadAll), 1);
+    EXPECT_EQ(neb.designation, "NGC 1976");
+    EXPECT_EQ(neb.messier, 42);
+    EXPECT_EQ(neb.lbn, 974);
+    GlobularData glob;
+    ASSERT_EQ(readGlobular(openGlobulars().get(), RecordInClass(rows, "NGC6205", 1), &glob, kReadAll), 1);
+    EXPECT_EQ(glob.ngc, 6205);
+    EXPECT_NEAR(glob.magnitude, 5.8, 1e-9);
+    PlanetaryData pn;
+    ASSERT_EQ(readPlanetary(openPlanetaries().get(), RecordInClass(rows, "NGC6720", 0), &pn, kReadAll), 1);
+    EXPECT_EQ(pn.designation, "NGC 6720");
+    EXPECT_EQ(pn.diameterTenths, 762);  // 1.27 arc minutes
+    // Nothing under an unused number.
+    CrossHit none[2];
+    EXPECT_EQ(lookupMessierCross(m.get(), 40, none), 0);  // a double star
 }

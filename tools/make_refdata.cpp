@@ -35,6 +35,7 @@
 #include "catalog/star_texts.h"
 #include "catalog/variable_stars.h"
 #include "tools/refdata_constellations.h"
+#include "tools/refdata_deep_sky.h"
 #include "tools/refdata_sources.h"
 
 #ifndef FERRY2_REFDATA_SOURCE
@@ -74,6 +75,7 @@ struct ReferenceSet {
     long vrefRows = 0;
     std::vector<std::string> notes;  // index slots that could not take a star
     ConstellationImages constellations;
+    DeepSkyImages deepSky;
 };
 
 // ---- Building --------------------------------------------------------------
@@ -425,7 +427,7 @@ bool WriteSet(const std::string& out, ReferenceSet& set) {
     const std::vector<LongStarRecord> records = StarRecords(set);
     Image stars;
     for (const LongStarRecord& r : records) Append<LongStarLayout>(stars, r);
-    const std::vector<std::pair<int, Image>> files = {
+    std::vector<std::pair<int, Image>> files = {
         {kCatStars, stars},
         {kCatHrbs,
          NumberIndex(
@@ -463,6 +465,7 @@ bool WriteSet(const std::string& out, ReferenceSet& set) {
         {kCatConbound, set.constellations.conbound},
         {kCatConrect, set.constellations.conrect},
     };
+    files.insert(files.end(), set.deepSky.files.begin(), set.deepSky.files.end());
     for (const auto& [id, image] : files) {
         const std::string path = CataloguePath(out, id);
         if (!WriteImage(path, image)) {
@@ -505,7 +508,8 @@ int main(int argc, char** argv) {
     std::string error;
     if (!ReadBrightStars(source + "/bright-stars.csv", &set.catalogue, &error) ||
         !ReadStarNames(source + "/star-names.csv", &set.names, &error) || !TieNames(set, &error) ||
-        !MakeConstellationImages(source, &set.constellations, &error)) {
+        !MakeConstellationImages(source, &set.constellations, &error) ||
+        !MakeDeepSkyImages(source, &set.deepSky, &error)) {
         std::fprintf(stderr, "make-refdata: %s\n", error.c_str());
         return 1;
     }
