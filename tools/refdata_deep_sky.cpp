@@ -51,6 +51,7 @@ struct DeepSkyObject {
     int ic[2] = {}, icSuffix = 0;
     std::vector<std::string> commonNames;
     std::string identifiers;
+    std::string duplicateOf;  // of a row that repeats another object
     int commonNameRow = -1;
 };
 
@@ -137,6 +138,7 @@ bool ReadObject(CsvRow& row, DeepSkyObject* o) {
     if (NumberOfName(row["ic"], "", &other, &suffix)) (o->ic[0] ? o->ic[1] : o->ic[0]) = other;
     o->commonNames = SplitNames(row["common_names"]);
     o->identifiers = row["identifiers"];
+    if (row["type"] == "Dup") o->duplicateOf = row["dup_of"];
     return true;
 }
 
@@ -422,6 +424,7 @@ bool MakeDeepSkyImages(const std::string& source, DeepSkyImages* out, std::strin
     Image cnames(kCommonNameRows * kCommonNameSize, 0);
     Image cnCross(kCommonNameRows * CommonNameCrossLayout::kSize, 0);
     Image pgc, ugc(kUgcRows * kUgcSlots * 3, 0);
+    long pgcBeyond = 0;
     for (const DeepSkyObject& o : objects) {
         if (o.crossClass < 0) continue;
         if (o.messier >= 1 && o.messier <= kMessierRows && t.messier[o.messier - 1].crossClass == 255) {
@@ -443,7 +446,7 @@ bool MakeDeepSkyImages(const std::string& source, DeepSkyImages* out, std::strin
         if (o.crossClass != kGalaxy) continue;
         const long p = Identifier(o.identifiers, "PGC");
         if (p >= kPgcLimit)
-            out->notes.push_back("pgc: PGC " + std::to_string(p) + " (" + o.name + ") beyond the index");
+            ++pgcBeyond;
         else if (p > 0) {
             if (pgc.size() < static_cast<size_t>(p) * 3) pgc.resize(static_cast<size_t>(p) * 3, 0);
             if (le::GetU24(pgc.data() + (p - 1) * 3) == 0)
@@ -460,6 +463,21 @@ bool MakeDeepSkyImages(const std::string& source, DeepSkyImages* out, std::strin
         }
     }
     FillNgcRows(t);
+    if (pgcBeyond > 0)
+        out->notes.push_back("pgc: " + std::to_string(pgcBeyond) +
+                             " galaxies with a PGC number from " + std::to_string(kPgcLimit) +
+                             " on are not in the index (their records hold the number)");
+    // A Messier number that only repeats another Messier object (M102 as
+    // a second sighting of M101) leads to that object.
+    for (const DeepSkyObject& o : objects) {
+        int other = 0;
+        if (o.messier < 1 || o.messier > kMessierRows || o.duplicateOf.size() < 3 ||
+            o.duplicateOf.compare(0, 2, "M ") != 0 ||
+            (other = std::atoi(o.duplicateOf.c_str() + 2)) < 1 || other > kMessierRows ||
+            t.messier[o.messier - 1].crossClass != 255)
+            continue;
+        t.messier[o.messier - 1] = t.messier[other - 1];
+    }
 
     auto list = [&](int cls) {
         return std::vector<const DeepSkyObject*>(byClass[cls].begin(), byClass[cls].end());
