@@ -346,6 +346,31 @@ TEST_F(RefdataTest, EveryDesignatedStarLiesInItsOwnConstellation) {
     EXPECT_EQ(checked, 3143);
 }
 
+// The boundary table read as published: the first row with dec_low <= dec
+// and ra_low <= ra < ra_high.
+TEST_F(RefdataTest, ZoneRectanglesAgreeWithTheFirstMatchTable) {
+    const std::vector<Row> rows = ReadCsv(kSource + "constellation-boundaries-b1875.csv");
+    ASSERT_EQ(rows.size(), 357u);
+    FilePtr conrect = openConstellationRectangles();
+    ASSERT_TRUE(conrect);
+    // A spread of places (off the table's round numbers) over the sphere.
+    for (int i = 0; i < 2000; ++i) {
+        const double hours = std::fmod(i * 0.61803398875 * 24, 24);
+        const double dec = std::asin(std::fmod(i * 0.7548776662 + 0.5, 1.0) * 2 - 1) * 180 /
+                           std::numbers::pi;
+        std::string expected;
+        for (const Row& r : rows)
+            if (std::stod(r.at("dec_low_deg")) <= dec && std::stod(r.at("ra_low_h")) <= hours &&
+                hours < std::stod(r.at("ra_high_h"))) {
+                expected = r.at("con");
+                break;
+            }
+        const int zone = constellationOfB1875Place(conrect.get(), hours * std::numbers::pi / 12,
+                                                   dec * std::numbers::pi / 180);
+        EXPECT_EQ(ZoneAbbreviation(zone), expected) << hours << " h " << dec << " deg";
+    }
+}
+
 TEST_F(RefdataTest, PlacesFallInThePublishedConstellations) {
     struct Case {
         double ra, dec;  // J2000 degrees
@@ -485,6 +510,7 @@ TEST_F(RefdataTest, CrossTablesLeadToTheirClassFiles) {
         {"M", 57, 0, "NGC6720", 3, 0},  {"M", 51, 0, "NGC5194", 4, 1},
         {"NGC", 5195, 0, "NGC5195", 4, 1}, {"NGC", 1976, 0, "NGC1976", 2, 0},
         {"NGC", 6720, 0, "NGC6720", 3, 0}, {"IC", 434, 0, "IC0434", 2, 0},
+        {"NGC", 61, 1, "NGC0061A", 4, 1}, {"NGC", 61, 2, "NGC0061B", 4, 1},
     };
     FilePtr m = openMessierCross(), ngc = openNgcCross(), ic = openIcCross();
     for (const Case& c : cases) {
