@@ -471,6 +471,9 @@ TEST_F(RefdataTest, MessierThirtyOneIsTheAndromedaGalaxy) {
     EXPECT_EQ(g.messier, 31);
     EXPECT_EQ(g.pgc, 2557);
     EXPECT_EQ(g.ugc, 454);
+    EXPECT_EQ(g.mcgZone, 7);  // MCG +07-02-016
+    EXPECT_EQ(g.mcgField, 2);
+    EXPECT_EQ(g.mcgNumber, 16);
     EXPECT_NEAR(g.magnitude, 3.4, 1e-9);  // V 3.44 in tenths
     EXPECT_NEAR(g.sizeMajor * 180 / std::numbers::pi * 60, 177.83, 1.0 / 62);
     // Its place lies in Andromeda.
@@ -523,7 +526,17 @@ TEST_F(RefdataTest, CrossTablesLeadToTheirClassFiles) {
         EXPECT_EQ(hits[0].crossClass, c.crossClass);
         EXPECT_EQ(hits[0].record, RecordInClass(rows, c.name, c.first));
     }
-    // The class files hold what the rows say.
+    // The class files hold what the rows say. NGC 65: "ESO 473-010A,
+    // MCG -04-02-001", B 14.67 for want of V.
+    GalaxyData g;
+    ASSERT_EQ(readGalaxy(openGalaxies().get(), RecordInClass(rows, "NGC0065", 1), &g, kReadAll), 1);
+    EXPECT_EQ(g.esoField, 473);
+    EXPECT_EQ(g.esoNumber, 10);
+    EXPECT_EQ(g.esoSuffix, 1);
+    EXPECT_EQ(g.mcgZone, -4);
+    EXPECT_EQ(g.mcgField, 2);
+    EXPECT_EQ(g.mcgNumber, 1);
+    EXPECT_NEAR(g.magnitude, 14.7, 1e-9);
     NebulaData neb;
     ASSERT_EQ(readNebula(openNebulae().get(), RecordInClass(rows, "NGC1976", 0), &neb, kReadAll), 1);
     EXPECT_EQ(neb.designation, "NGC 1976");

@@ -97,6 +97,36 @@ long Identifier(const std::string& identifiers, const std::string& key, int* suf
     return 0;
 }
 
+// The MCG designation "MCG +07-02-016" into its record fields; false when
+// the identifiers have none that the fields can hold.
+bool PutMcg(const std::string& identifiers, GalaxyRecord* r) {
+    const size_t at = identifiers.find("MCG ");
+    int zone = 0, field = 0, number = 0;
+    if (at == std::string::npos ||
+        std::sscanf(identifiers.c_str() + at, "MCG %d-%d-%d", &zone, &field, &number) != 3 ||
+        zone < -7 || zone > 24 || field < 0 || field > 63 || number < 0 || number > 255)
+        return false;
+    r->mcgZonePlus7 = static_cast<uint8_t>(zone + 7);
+    r->mcgField = static_cast<uint8_t>(field);
+    r->mcgNumber = static_cast<uint8_t>(number);
+    return true;
+}
+
+// "ESO 473-010A" into field, number and suffix letter.
+bool PutEso(const std::string& identifiers, GalaxyRecord* r) {
+    const size_t at = identifiers.find("ESO ");
+    int field = 0, number = 0, length = 0;
+    if (at == std::string::npos ||
+        std::sscanf(identifiers.c_str() + at, "ESO %d-%d%n", &field, &number, &length) != 2 ||
+        field < 1 || field > 4095 || number < 0 || number > 255)
+        return false;
+    const char letter = identifiers[at + length];
+    r->esoField = static_cast<uint16_t>(field);
+    r->esoNumber = static_cast<uint8_t>(number);
+    r->esoSuffix = letter >= 'A' && letter <= 'O' ? static_cast<uint8_t>(letter - 'A' + 1) : 0;
+    return true;
+}
+
 std::vector<std::string> SplitNames(const std::string& text) {
     std::vector<std::string> names;
     size_t start = 0;
@@ -192,6 +222,8 @@ Image GalaxyFile(const std::vector<const DeepSkyObject*>& objects) {
         int ugcSuffix = 0;
         r.ugc = static_cast<uint16_t>(Identifier(o->identifiers, "UGC", &ugcSuffix));
         r.ugcSuffix = static_cast<uint8_t>(ugcSuffix);
+        PutMcg(o->identifiers, &r);
+        PutEso(o->identifiers, &r);
         r.ngc = static_cast<uint16_t>(o->ngc[0]);
         r.ngcSuffix = static_cast<uint8_t>(std::min(o->ngcSuffix, 7));
         r.ic = static_cast<uint16_t>(o->ic[0]);
