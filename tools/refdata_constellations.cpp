@@ -61,8 +61,8 @@ bool ReadBoundaries(const std::string& path, std::vector<BoundaryRow>* out, std:
         BoundaryRow b;
         const int abbreviationRow = constellationRowOf(row["con"].c_str());
         if (!CsvReal(row["ra_low_h"], -1, &b.raLow) || !CsvReal(row["ra_high_h"], -1, &b.raHigh) ||
-            !CsvReal(row["dec_low_deg"], -99, &b.decLow) || abbreviationRow < 0 ||
-            b.raLow < 0 || b.raHigh > 24 || b.raLow >= b.raHigh ||
+            !CsvReal(row["dec_low_deg"], -99, &b.decLow) || abbreviationRow < 0 || b.raLow < 0 ||
+            b.raHigh > 24 || b.raLow >= b.raHigh ||
             (b.zone = ZoneOf(abbreviationRow, b.raLow, b.raHigh)) < 0) {
             *error = path + " line " + row["#line"] + ": a field cannot be read";
             return false;
@@ -123,7 +123,8 @@ bool RectangleImage(const std::vector<Piece>& pieces, ConstellationImages* out,
                     std::string* error) {
     std::vector<std::vector<ConstellationRectangleRecord>> zones(kConstellationZones);
     for (const Piece& p : pieces) {
-        const int parts = p.raHigh - p.raLow >= 12 ? static_cast<int>(std::ceil((p.raHigh - p.raLow) / 8)) : 1;
+        const int parts =
+            p.raHigh - p.raLow >= 12 ? static_cast<int>(std::ceil((p.raHigh - p.raLow) / 8)) : 1;
         const double step = (p.raHigh - p.raLow) / parts;
         for (int i = 0; i < parts; ++i) {
             ConstellationRectangleRecord r;

@@ -36,14 +36,21 @@ constexpr int kUgcSlots = 9;
 constexpr long kPgcLimit = 1000000;
 
 // The cross classes of the tables.
-enum CrossClass { kOpen = 0, kGlobular = 1, kDiffuse = 2, kPlanetary = 3, kGalaxy = 4,
-                  kGroup = 6, kDark = 7 };
+enum CrossClass {
+    kOpen = 0,
+    kGlobular = 1,
+    kDiffuse = 2,
+    kPlanetary = 3,
+    kGalaxy = 4,
+    kGroup = 6,
+    kDark = 7
+};
 
 struct DeepSkyObject {
     std::string name;  // as OpenNGC writes it
     int crossClass = -1;
     long record = 0;
-    double ra = 0, dec = 0;  // degrees
+    double ra = 0, dec = 0;       // degrees
     double major = 0, minor = 0;  // arc minutes, 0 none
     double magnitude = 99.9;      // V, else B
     int messier = 0;
@@ -200,7 +207,8 @@ void CopyText(char (&field)[N], const std::string& text) {
 std::string Designation(const DeepSkyObject& o) {
     int number = 0, suffix = 0;
     for (const char* prefix : {"NGC", "IC"})
-        if (NumberOfName(o.name, prefix, &number, &suffix) && o.name.find(' ') == std::string::npos) {
+        if (NumberOfName(o.name, prefix, &number, &suffix) &&
+            o.name.find(' ') == std::string::npos) {
             std::string text = std::string(prefix) + " " + std::to_string(number);
             if (suffix) text += static_cast<char>('A' + suffix - 1);
             return text;
@@ -410,8 +418,9 @@ void ChooseCommonNames(std::vector<DeepSkyObject>& objects) {
     std::vector<DeepSkyObject*> order;
     for (DeepSkyObject& o : objects)
         if (o.crossClass >= 0 && !o.commonNames.empty() && o.messier > 0) order.push_back(&o);
-    std::stable_sort(order.begin(), order.end(),
-                     [](const DeepSkyObject* a, const DeepSkyObject* b) { return a->messier < b->messier; });
+    std::stable_sort(
+        order.begin(), order.end(),
+        [](const DeepSkyObject* a, const DeepSkyObject* b) { return a->messier < b->messier; });
     for (DeepSkyObject& o : objects)
         if (o.crossClass >= 0 && !o.commonNames.empty() && o.messier == 0) order.push_back(&o);
     int row = 0;
@@ -459,7 +468,8 @@ bool MakeDeepSkyImages(const std::string& source, DeepSkyImages* out, std::strin
     long pgcBeyond = 0;
     for (const DeepSkyObject& o : objects) {
         if (o.crossClass < 0) continue;
-        if (o.messier >= 1 && o.messier <= kMessierRows && t.messier[o.messier - 1].crossClass == 255) {
+        if (o.messier >= 1 && o.messier <= kMessierRows &&
+            t.messier[o.messier - 1].crossClass == 255) {
             t.messier[o.messier - 1].crossClass = static_cast<uint8_t>(o.crossClass);
             t.messier[o.messier - 1].record = static_cast<uint16_t>(o.record);
         }
@@ -473,7 +483,8 @@ bool MakeDeepSkyImages(const std::string& source, DeepSkyImages* out, std::strin
             CommonNameCrossRow r;
             r.crossClass = static_cast<uint8_t>(o.crossClass);
             r.record = static_cast<uint32_t>(o.record);
-            EncodeRecord<CommonNameCrossLayout>(r, cnCross.data() + o.commonNameRow * CommonNameCrossLayout::kSize);
+            EncodeRecord<CommonNameCrossLayout>(
+                r, cnCross.data() + o.commonNameRow * CommonNameCrossLayout::kSize);
         }
         if (o.crossClass != kGalaxy) continue;
         const long p = Identifier(o.identifiers, "PGC");
@@ -530,8 +541,9 @@ bool MakeDeepSkyImages(const std::string& source, DeepSkyImages* out, std::strin
         {kCatPgc, pgc},
         {kCatUgc, ugc},
     };
-    const char* names[] = {"galaxies", "galaxy groups", "open clusters", "globular clusters",
-                           "planetary nebulae", "bright nebulae", "dark nebulae"};
+    const char* names[] = {"galaxies",          "galaxy groups",     "open clusters",
+                           "globular clusters", "planetary nebulae", "bright nebulae",
+                           "dark nebulae"};
     const int classes[] = {kGalaxy, kGroup, kOpen, kGlobular, kPlanetary, kDiffuse, kDark};
     for (int i = 0; i < 7; ++i)
         out->counts.push_back(std::to_string(byClass[classes[i]].size()) + " " + names[i]);
