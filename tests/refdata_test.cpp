@@ -13,11 +13,18 @@
 #include <string>
 #include <vector>
 
+#include "base/le_bytes.h"
 #include "base/record_layout.h"
 #include "base/string_helpers.h"
 #include "base/windows_text.h"
 #include "catalog/catalogue_files.h"
 #include "catalog/catalogue_roots.h"
+#include "catalog/cluster_files.h"
+#include "catalog/constellation_files.h"
+#include "catalog/cross_tables.h"
+#include "catalog/galaxy_files.h"
+#include "catalog/nebula_files.h"
+#include "catalog/planetary_files.h"
 #include "catalog/constellation_names.h"
 #include "catalog/greek_letters.h"
 #include "catalog/star_file.h"
@@ -314,3 +321,236 @@ TEST_F(RefdataTest, SpectralTypesCoded) {
 }
 
 }  // namespace
+
+// ---- Constellations ----------------------------------------------------------
+
+// The abbreviation of a zone: Serpens is zones 75 and 76, so the zones after
+// it take the row below.
+std::string ZoneAbbreviation(int zone) {
+    if (zone < 0) return "";
+    return constellationAbbreviation(zone > 75 ? zone - 1 : zone);
+}
+
+double Radians(double degrees) { return degrees * std::numbers::pi / 180; }
+
+TEST_F(RefdataTest, EveryDesignatedStarLiesInItsOwnConstellation) {
+    int checked = 0;
+    for (Row& row : stars_) {
+        if (row["con"].empty() || (row["flamsteed"].empty() && row["bayer"].empty())) continue;
+        SCOPED_TRACE("HR " + row["hr"]);
+        const int zone = constellationOfPlace(Radians(std::stod(row["ra_deg"])),
+                                              Radians(std::stod(row["dec_deg"])));
+        EXPECT_EQ(ZoneAbbreviation(zone), row["con"]);
+        ++checked;
+    }
+    EXPECT_EQ(checked, 3143);
+}
+
+// The boundary table read as published: the first row with dec_low <= dec
+// and ra_low <= ra < ra_high.
+TEST_F(RefdataTest, ZoneRectanglesAgreeWithTheFirstMatchTable) {
+    const std::vector<Row> rows = ReadCsv(kSource + "constellation-boundaries-b1875.csv");
+    ASSERT_EQ(rows.size(), 357u);
+    FilePtr conrect = openConstellationRectangles();
+    ASSERT_TRUE(conrect);
+    // A spread of places (off the table's round numbers) over the sphere.
+    for (int i = 0; i < 2000; ++i) {
+        const double hours = std::fmod(i * 0.61803398875 * 24, 24);
+        const double dec = std::asin(std::fmod(i * 0.7548776662 + 0.5, 1.0) * 2 - 1) * 180 /
+                           std::numbers::pi;
+        std::string expected;
+        for (const Row& r : rows)
+            if (std::stod(r.at("dec_low_deg")) <= dec && std::stod(r.at("ra_low_h")) <= hours &&
+                hours < std::stod(r.at("ra_high_h"))) {
+                expected = r.at("con");
+                break;
+            }
+        const int zone = constellationOfB1875Place(conrect.get(), hours * std::numbers::pi / 12,
+                                                   dec * std::numbers::pi / 180);
+        EXPECT_EQ(ZoneAbbreviation(zone), expected) << hours << " h " << dec << " deg";
+    }
+}
+
+TEST_F(RefdataTest, PlacesFallInThePublishedConstellations) {
+    struct Case {
+        double ra, dec;  // J2000 degrees
+        const char* abbreviation;
+        int zone;
+    };
+    const Case cases[] = {
+        {83.82, -5.39, "Ori", 59},          // the Orion Nebula
+        {10.684792, 41.269056, "And", 0},   // M31
+        {37.95, 89.26, "UMi", 84},          // Polaris
+        {236.067, 6.4256, "Ser", 75},       // alpha Ser, in Serpens Caput
+        {275.327, -2.899, "Ser", 76},       // eta Ser, in Serpens Cauda
+        {279.234583, 38.783611, "Lyr", 51}, // Vega
+        {0.0, -89.9, "Oct", 57},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.abbreviation);
+        const int zone = constellationOfPlace(Radians(c.ra), Radians(c.dec));
+        EXPECT_EQ(zone, c.zone);
+        EXPECT_EQ(ZoneAbbreviation(zone), c.abbreviation);
+    }
+}
+
+TEST_F(RefdataTest, ConstellationNamesAndBoxes) {
+    FilePtr names = openConstellationNames();
+    ASSERT_TRUE(names);
+    // Zone 0 by hand: "Andromeda", then the label point 10.0934, +40.4837
+    // degrees as scaled angles (degrees / 360 x 2147483647).
+    uint8_t image[28];
+    ASSERT_TRUE(readAt(names.get(), 0, image, sizeof image));
+    EXPECT_EQ(std::string(reinterpret_cast<const char*>(image)), "Andromeda");
+    EXPECT_EQ(le::GetI32(image + 20), 60209476);
+    EXPECT_EQ(le::GetI32(image + 24), 241494677);
+    const struct {
+        int zone;
+        const char* name;
+    } zones[] = {{0, "Andromeda"}, {75, "Serpens Caput"}, {76, "Serpens Cauda"},
+                 {77, "Sextans"}, {88, "Vulpecula"}};
+    for (const auto& z : zones) {
+        ConstellationLabel label;
+        ASSERT_EQ(readConstellationName(names.get(), z.zone, &label), 1);
+        EXPECT_EQ(label.name, z.name);
+        // The label point lies in its own zone.
+        EXPECT_EQ(constellationOfPlace(label.ra, label.dec), z.zone) << z.name;
+    }
+    EXPECT_EQ(findConstellationName(names.get(), "serpens ca"), 75);
+    // The first run of conrect starts straight after the 89 heads (445 bytes).
+    FilePtr rects = openConstellationRectangles();
+    ASSERT_TRUE(rects);
+    ASSERT_TRUE(readAt(rects.get(), 0, image, 4));
+    EXPECT_EQ(std::vector<uint8_t>(image, image + 4), (std::vector<uint8_t>{0xBD, 0x01, 0, 0}));
+    // Boxes: Andromeda's holds M31; Ursa Minor's runs round the pole.
+    FilePtr bounds = openConstellationBounds();
+    ConstellationData box;
+    ASSERT_EQ(readConstellationBox(bounds.get(), 0, &box), 1);
+    EXPECT_LT(box.decLow, Radians(41.27));
+    EXPECT_GT(box.decHigh, Radians(41.27));
+    EXPECT_NEAR(box.ra, Radians(10), Radians(15));
+    ASSERT_EQ(readConstellationBox(bounds.get(), 84, &box), 1);
+    EXPECT_NEAR(box.decHigh, Radians(90), 1e-6);
+}
+
+// ---- Deep-sky objects ----------------------------------------------------------
+
+// The record of a row of deep-sky.csv within its class: rows of the class
+// counted in order, from `first`.
+long RecordInClass(const std::vector<Row>& rows, const std::string& name, long first) {
+    std::string cls;
+    for (const Row& r : rows)
+        if (r.at("name") == name) cls = r.at("class");
+    long record = first;
+    for (const Row& r : rows) {
+        if (r.at("name") == name) return record;
+        if (r.at("class") == cls) ++record;
+    }
+    return -1;
+}
+
+TEST_F(RefdataTest, MessierThirtyOneIsTheAndromedaGalaxy) {
+    const std::vector<Row> rows = ReadCsv(kSource + "deep-sky.csv");
+    ASSERT_EQ(rows.size(), 14033u);
+    const long m31 = RecordInClass(rows, "NGC0224", 1);
+    // `m` row 30 by hand: cross class 4 (galaxy), then the record, u16.
+    FilePtr m = openMessierCross();
+    ASSERT_TRUE(m);
+    uint8_t row[3];
+    ASSERT_TRUE(readAt(m.get(), 30 * 3, row, sizeof row));
+    EXPECT_EQ(row[0], 4);
+    EXPECT_EQ(row[1] | row[2] << 8, m31);
+
+    FilePtr gal = openGalaxies();
+    GalaxyData g;
+    ASSERT_EQ(readGalaxy(gal.get(), m31, &g, kReadAll), 1);
+    const double unit = 360.0 / 2147483647;  // degrees of one scaled-angle step
+    EXPECT_NEAR(g.ra * 180 / std::numbers::pi, 10.684792, unit);
+    EXPECT_NEAR(g.dec * 180 / std::numbers::pi, 41.269056, unit);
+    EXPECT_EQ(g.ngc, 224);
+    EXPECT_EQ(g.messier, 31);
+    EXPECT_EQ(g.pgc, 2557);
+    EXPECT_EQ(g.ugc, 454);
+    EXPECT_EQ(g.mcgZone, 7);  // MCG +07-02-016
+    EXPECT_EQ(g.mcgField, 2);
+    EXPECT_EQ(g.mcgNumber, 16);
+    EXPECT_NEAR(g.magnitude, 3.4, 1e-9);  // V 3.44 in tenths
+    EXPECT_NEAR(g.sizeMajor * 180 / std::numbers::pi * 60, 177.83, 1.0 / 62);
+    // Its place lies in Andromeda.
+    FilePtr names = openConstellationNames();
+    ConstellationLabel label;
+    ASSERT_EQ(readConstellationName(names.get(), constellationOfPlace(g.ra, g.dec), &label), 1);
+    EXPECT_EQ(label.name, "Andromeda");
+    // The galaxy record by hand: NGC 224 at byte 11, Messier 31 at 17.
+    uint8_t image[GalaxyLayout::kSize];
+    ASSERT_TRUE(readAt(gal.get(), (m31 - 1) * 53, image, sizeof image));
+    EXPECT_EQ(image[11], 0xE0);
+    EXPECT_EQ(image[12], 0x00);
+    EXPECT_EQ(image[17], 31);
+    // PGC and the common name lead to the same galaxy.
+    EXPECT_EQ(lookupPgc(openPgc().get(), 2557), m31);
+    FilePtr cnames = openCommonNames();
+    const int nameRow = findCommonName(cnames.get(), "Andromeda Gal");
+    ASSERT_GE(nameRow, 0);
+    EXPECT_EQ(g.commonNameRow, nameRow);
+    CrossHit hit;
+    ASSERT_EQ(lookupCommonNameCross(openCommonNameCross().get(), nameRow, &hit), 1);
+    EXPECT_EQ(hit.crossClass, 4);
+    EXPECT_EQ(hit.record, m31);
+}
+
+TEST_F(RefdataTest, CrossTablesLeadToTheirClassFiles) {
+    const std::vector<Row> rows = ReadCsv(kSource + "deep-sky.csv");
+    struct Case {
+        const char* table;  // "M", "NGC" or "IC"
+        int number, suffix;
+        const char* name;  // the row in deep-sky.csv
+        int crossClass;
+        long first;  // the class file's first record
+    };
+    const Case cases[] = {
+        {"M", 42, 0, "NGC1976", 2, 0},  {"M", 13, 0, "NGC6205", 1, 1},
+        {"M", 57, 0, "NGC6720", 3, 0},  {"M", 51, 0, "NGC5194", 4, 1},
+        {"NGC", 5195, 0, "NGC5195", 4, 1}, {"NGC", 1976, 0, "NGC1976", 2, 0},
+        {"NGC", 6720, 0, "NGC6720", 3, 0}, {"IC", 434, 0, "IC0434", 2, 0},
+        {"NGC", 61, 1, "NGC0061A", 4, 1}, {"NGC", 61, 2, "NGC0061B", 4, 1},
+    };
+    FilePtr m = openMessierCross(), ngc = openNgcCross(), ic = openIcCross();
+    for (const Case& c : cases) {
+        SCOPED_TRACE(std::string(c.table) + " " + std::to_string(c.number));
+        CrossHit hits[2];
+        const int found = c.table[0] == 'M'   ? lookupMessierCross(m.get(), c.number, hits)
+                          : c.table[0] == 'N' ? lookupNgcCross(ngc.get(), c.number, c.suffix, hits)
+                                              : lookupIcCross(ic.get(), c.number, c.suffix, hits);
+        ASSERT_GE(found, 1);
+        EXPECT_EQ(hits[0].crossClass, c.crossClass);
+        EXPECT_EQ(hits[0].record, RecordInClass(rows, c.name, c.first));
+    }
+    // The class files hold what the rows say. NGC 65: "ESO 473-010A,
+    // MCG -04-02-001", B 14.67 for want of V.
+    GalaxyData g;
+    ASSERT_EQ(readGalaxy(openGalaxies().get(), RecordInClass(rows, "NGC0065", 1), &g, kReadAll), 1);
+    EXPECT_EQ(g.esoField, 473);
+    EXPECT_EQ(g.esoNumber, 10);
+    EXPECT_EQ(g.esoSuffix, 1);
+    EXPECT_EQ(g.mcgZone, -4);
+    EXPECT_EQ(g.mcgField, 2);
+    EXPECT_EQ(g.mcgNumber, 1);
+    EXPECT_NEAR(g.magnitude, 14.7, 1e-9);
+    NebulaData neb;
+    ASSERT_EQ(readNebula(openNebulae().get(), RecordInClass(rows, "NGC1976", 0), &neb, kReadAll), 1);
+    EXPECT_EQ(neb.designation, "NGC 1976");
+    EXPECT_EQ(neb.messier, 42);
+    EXPECT_EQ(neb.lbn, 974);
+    GlobularData glob;
+    ASSERT_EQ(readGlobular(openGlobulars().get(), RecordInClass(rows, "NGC6205", 1), &glob, kReadAll), 1);
+    EXPECT_EQ(glob.ngc, 6205);
+    EXPECT_NEAR(glob.magnitude, 5.8, 1e-9);
+    PlanetaryData pn;
+    ASSERT_EQ(readPlanetary(openPlanetaries().get(), RecordInClass(rows, "NGC6720", 0), &pn, kReadAll), 1);
+    EXPECT_EQ(pn.designation, "NGC 6720");
+    EXPECT_EQ(pn.diameterTenths, 762);  // 1.27 arc minutes
+    // Nothing under an unused number.
+    CrossHit none[2];
+    EXPECT_EQ(lookupMessierCross(m.get(), 40, none), 0);  // a double star
+}

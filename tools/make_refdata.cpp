@@ -3,7 +3,9 @@
 // Bright Star Catalogue as a long `stars` record, numbered from 1 in the
 // catalogue's (HR) order, with the HR, HD, SAO, HIP, Flamsteed and Bayer
 // indexes, the IAU proper names (`csn`, `csn_alp`) and the variables that
-// have a lettered or V-number name (`vindex`, `vref`, `vnames`).
+// have a lettered or V-number name (`vindex`, `vref`, `vnames`); the OpenNGC
+// deep-sky objects in their class files with the Messier, NGC, IC, PGC, UGC
+// and common-name tables; and the constellation files.
 //
 //   make-refdata OUTDIR [--source DIR]
 //
@@ -34,6 +36,8 @@
 #include "catalog/star_indexes.h"
 #include "catalog/star_texts.h"
 #include "catalog/variable_stars.h"
+#include "tools/refdata_constellations.h"
+#include "tools/refdata_deep_sky.h"
 #include "tools/refdata_sources.h"
 
 #ifndef FERRY2_REFDATA_SOURCE
@@ -72,6 +76,8 @@ struct ReferenceSet {
     std::vector<VariableIndexRow> vindex = std::vector<VariableIndexRow>(kConstellationRows);
     long vrefRows = 0;
     std::vector<std::string> notes;  // index slots that could not take a star
+    ConstellationImages constellations;
+    DeepSkyImages deepSky;
 };
 
 // ---- Building --------------------------------------------------------------
@@ -399,19 +405,65 @@ std::string ReadmeText(const ReferenceSet& set) {
         "               constellation's vref run has a row for every name number from 1\n"
         "               to its largest (unused rows are zero), and vnames row n names\n"
         "               vref row n\n"
+        "  gal.bin      galaxies, records from 1, with pgc.bin (PGC to galaxy, PGC numbers\n"
+        "               below 1000000) and ugc.bin (UGC to galaxies)\n"
+        "  m.bin, ngc.bin, ic.bin\n"
+        "               Messier, NGC and IC numbers to the class files\n"
+        "  cnames.bin, cn_cross.bin\n"
+        "               127 common names (those of Messier objects first, in Messier\n"
+        "               order, then in the catalogue's order; an object's first name)\n"
         "small/ (small-data root)\n"
         "  csn_alp.bin  the proper names in alphabetical order\n"
+        "  gg.bin, oc.bin, glob.bin, pln.bin, neb.bin, dn.bin\n"
+        "               galaxy groups, pairs and triplets; open clusters; globular\n"
+        "               clusters; planetary nebulae; bright nebulae (emission,\n"
+        "               reflection, H II regions, supernova remnants, clusters with\n"
+        "               nebulosity); dark nebulae. Records in the catalogue's order,\n"
+        "               except that the first open cluster is one without a Messier,\n"
+        "               NGC or IC number (record 0 of that file cannot be named by\n"
+        "               the cross tables)\n"
+        "  connames.bin, conbound.bin, conrect.bin\n"
+        "               the 89 constellation zones (Serpens Caput and Cauda apart):\n"
+        "               names and label points, J2000 boxes, and the B1875.0\n"
+        "               boundaries as rectangles\n"
         "gsc/           empty\n\n"
+        "Deep-sky counts: " +
+        [&] {
+            std::string counts;
+            for (const std::string& c : set.deepSky.counts)
+                counts += (counts.empty() ? "" : ", ") + c;
+            return counts;
+        }() +
+        ".\n"
+        "Sizes are the major axis in arc minutes, magnitudes V where the catalogue has\n"
+        "one, else B. Objects OpenNGC lists as stars, asterisms, duplicates or\n"
+        "nonexistent have no class file.\n\n"
         "Names are written in Windows-1252 (the ASCII spelling where the code page\n"
         "lacks a letter). Files the sources cannot fill (PPM, BD, CD, CP, GC, Tycho,\n"
-        "GSC, CCDM, orbits, notes, photometric standards, deep-sky objects and\n"
-        "constellation boundaries) are left out: the program finds nothing in them.\n\n"
+        "GSC, CCDM, orbits, notes, photometric standards, quasars, and the deep-sky\n"
+        "indexes other than PGC and UGC) are left out: the program finds nothing in\n"
+        "them.\n\n"
         "Sources\n"
         "  Yale Bright Star Catalogue, 5th Revised Ed. (Hoffleit & Warren 1991), CDS\n"
         "  V/50. Licence: none stated by the catalogue; NASA/ADC catalogue distributed\n"
         "  freely by CDS; cite Hoffleit & Warren 1991.\n"
         "  IAU Catalog of Star Names (IAU-CSN), IAU Division C WGSN, \"last updated\n"
-        "  2022-04-04\". Licence: Creative Commons Attribution; credit the IAU WGSN.\n";
+        "  2022-04-04\". Licence: Creative Commons Attribution; credit the IAU WGSN.\n"
+        "  OpenNGC by Mattia Verga and contributors (github.com/mattiaverga/OpenNGC,\n"
+        "  NGC.csv and addendum.csv of 2023-10-05). Licence: CC-BY-SA-4.0 (Creative\n"
+        "  Commons Attribution-ShareAlike 4.0 International). The deep-sky files of\n"
+        "  this set (gal, gg, oc, glob, pln, neb, dn, m, ngc, ic, cnames, cn_cross,\n"
+        "  pgc, ugc) are an adaptation of OpenNGC and are shared under the same\n"
+        "  licence, https://creativecommons.org/licenses/by-sa/4.0/.\n"
+        "  Constellation boundaries: N. G. Roman, \"Identification of a Constellation\n"
+        "  from a Position\", PASP 99, 695 (1987); CDS catalogue VI/42 (the IAU\n"
+        "  boundaries of Delporte 1930 at B1875.0). Free use with acknowledgement of\n"
+        "  Roman 1987 and CDS VI/42. Constellation names: the IAU's list; label\n"
+        "  points computed from the boundaries.\n";
+    if (!set.deepSky.notes.empty()) {
+        t += "\nDeep-sky notes:\n";
+        for (const std::string& note : set.deepSky.notes) t += "  " + note + "\n";
+    }
     if (!set.notes.empty()) {
         t += "\nIndex notes (where two stars already fill a key's slots, a lookup finds those):\n";
         for (const std::string& note : set.notes) t += "  " + note + "\n";
@@ -423,7 +475,7 @@ bool WriteSet(const std::string& out, ReferenceSet& set) {
     const std::vector<LongStarRecord> records = StarRecords(set);
     Image stars;
     for (const LongStarRecord& r : records) Append<LongStarLayout>(stars, r);
-    const std::vector<std::pair<int, Image>> files = {
+    std::vector<std::pair<int, Image>> files = {
         {kCatStars, stars},
         {kCatHrbs,
          NumberIndex(
@@ -457,7 +509,11 @@ bool WriteSet(const std::string& out, ReferenceSet& set) {
         {kCatVindex, VindexFile(set)},
         {kCatVref, VrefFile(set)},
         {kCatVnames, VnamesFile(set)},
+        {kCatConnames, set.constellations.connames},
+        {kCatConbound, set.constellations.conbound},
+        {kCatConrect, set.constellations.conrect},
     };
+    files.insert(files.end(), set.deepSky.files.begin(), set.deepSky.files.end());
     for (const auto& [id, image] : files) {
         const std::string path = CataloguePath(out, id);
         if (!WriteImage(path, image)) {
@@ -499,7 +555,9 @@ int main(int argc, char** argv) {
     ReferenceSet set;
     std::string error;
     if (!ReadBrightStars(source + "/bright-stars.csv", &set.catalogue, &error) ||
-        !ReadStarNames(source + "/star-names.csv", &set.names, &error) || !TieNames(set, &error)) {
+        !ReadStarNames(source + "/star-names.csv", &set.names, &error) || !TieNames(set, &error) ||
+        !MakeConstellationImages(source, &set.constellations, &error) ||
+        !MakeDeepSkyImages(source, &set.deepSky, &error)) {
         std::fprintf(stderr, "make-refdata: %s\n", error.c_str());
         return 1;
     }

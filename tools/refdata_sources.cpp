@@ -27,9 +27,6 @@ std::vector<std::string> SplitCsv(const std::string& line) {
     return fields;
 }
 
-// The rows of a catalogue CSV, each as a map from column name to field.
-using CsvRow = std::map<std::string, std::string>;
-
 bool ReadCsv(const std::string& path, std::vector<CsvRow>* rows, std::string* error) {
     FilePtr in = OpenFile(path.c_str(), "rb");
     if (!in) {
@@ -199,6 +196,18 @@ int VariableNumber(const std::string& name) {
 }
 
 }  // namespace
+
+bool ReadCatalogueCsv(const std::string& path, std::vector<CsvRow>* rows, std::string* error) {
+    return ReadCsv(path, rows, error);
+}
+
+bool CsvWhole(const std::string& text, long fallback, long* value) {
+    return Whole(text, fallback, value);
+}
+
+bool CsvReal(const std::string& text, double fallback, double* value) {
+    return Real(text, fallback, value);
+}
 
 bool ReadBrightStars(const std::string& path, std::vector<BrightStar>* out, std::string* error) {
     return ReadRows(path, out, error, ReadBrightStar);

@@ -6,6 +6,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -39,6 +40,16 @@ struct StarName {
     long hip = 0;
     std::string approved;
 };
+
+// The rows of a catalogue CSV, each as a map from column name to field
+// (the key "#line" holds the line number).
+using CsvRow = std::map<std::string, std::string>;
+bool ReadCatalogueCsv(const std::string& path, std::vector<CsvRow>* rows, std::string* error);
+
+// Field readers: an empty field gives the fallback; anything that is not a
+// whole number or a real gives false.
+bool CsvWhole(const std::string& text, long fallback, long* value);
+bool CsvReal(const std::string& text, double fallback, double* value);
 
 // Read a catalogue CSV: '#' lines, one header line naming the columns, then
 // rows. false with a message naming the line when a row cannot be read.
