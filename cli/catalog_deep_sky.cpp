@@ -11,6 +11,8 @@
 #include "catalog/cross_tables.h"
 #include "catalog/dark_nebula_files.h"
 #include "catalog/designation_kinds.h"
+#include "catalog/designation_parse.h"
+#include "catalog/quasar_files.h"
 #include "catalog/galaxy_files.h"
 #include "catalog/nebula_files.h"
 #include "catalog/planetary_files.h"
@@ -131,6 +133,100 @@ constexpr NumberIndex kNumberIndexes[] = {
     {"aro", kCatAro, lookupAro, true},
 };
 
+// The words after the index, joined by blanks, as a designation's text.
+std::string Joined(const std::vector<std::string>& w) {
+    std::string text;
+    for (size_t i = 2; i < w.size(); ++i) text += (i > 2 ? " " : "") + w[i];
+    return text;
+}
+
+// "A-B": the two numbers of the planetary designations M, He, H, K and ESO.
+bool ParsePair(const std::string& text, int* a, int* b) {
+    char tail = 0;
+    return std::sscanf(text.c_str(), "%d-%d%c", a, b, &tail) == 2;
+}
+
+// Indexes keyed by a designation's text; each answers records (-1 or 0 none).
+struct TextIndex {
+    const char* name;
+    int id;
+    const char* usage;
+    // Writes up to kMaxGalaxyHits records; answers their count, or -1 when
+    // the text does not parse.
+    int (*lookup)(FILE*, const std::string&, long*);
+    bool zeroBased;
+};
+
+int Mcg(FILE* f, const std::string& t, long* out) {
+    int zone, field, number, part = 0;
+    if (parseMcg(t.c_str(), &zone, &field, &number, &part) < 3) return -1;
+    return lookupMcg(f, zone, field, number, part, out);
+}
+int Eso(FILE* f, const std::string& t, long* out) {
+    long field, number;
+    int suffix;
+    if (!parseEso(t.c_str(), &field, &number, &suffix)) return -1;
+    return lookupEso(f, static_cast<int>(field), static_cast<int>(number), suffix, out);
+}
+int Pk(FILE* f, const std::string& t, long* out) {
+    long longitude;
+    int latitude;
+    if (!parsePk(t.c_str(), &longitude, &latitude)) return -1;
+    out[0] = lookupPk(f, static_cast<int>(longitude), latitude);
+    return 1;
+}
+int Q(FILE* f, const std::string& t, long* out) {
+    int ra, dec;
+    char suffix = ' ';
+    if (parseQuasarQ(t.c_str(), &ra, &dec, &suffix) < 2) return -1;
+    out[0] = lookupQ(f, ra, dec, suffix);
+    return 1;
+}
+template <long (*Lookup)(FILE*, int, int)>
+int Pair(FILE* f, const std::string& t, long* out) {
+    int a, b;
+    if (!ParsePair(t, &a, &b)) return -1;
+    out[0] = Lookup(f, a, b);
+    return 1;
+}
+template <long (*Lookup)(FILE*, const char*)>
+int Name(FILE* f, const std::string& t, long* out) {
+    if (t.empty()) return -1;
+#ifdef _WIN32
+    out[0] = Lookup(f, t.c_str());
+#else
+    out[0] = Lookup(f, Utf8ToWindowsText(t).c_str());
+#endif
+    return 1;
+}
+int Dc(FILE* f, const std::string& t, long* out) {
+    double longitude, latitude;
+    char letter = 0, tail = 0;
+    const int n = std::sscanf(t.c_str(), "%lf %lf%c%c", &longitude, &latitude, &letter, &tail);
+    if (n < 2 || n > 3 || (n == 3 && !std::isalpha(static_cast<unsigned char>(letter)))) return -1;
+    const int suffix = n == 3 ? std::toupper(static_cast<unsigned char>(letter)) - 'A' + 1 : 0;
+    out[0] = lookupDc(f, longitude, latitude, suffix);
+    return 1;
+}
+
+const TextIndex kTextIndexes[] = {
+    {"mcg", kCatMcg, "mcg takes ZONE-FIELD-NUMBER[PART] (mcg +07-02-016)", Mcg, false},
+    {"eso", kCatEsob, "eso takes FIELD NUMBER[SUFFIX] (eso 56 115)", Eso, false},
+    {"pk", kCatPk, "pk takes LON+LAT (pk 164+31.1)", Pk, true},
+    {"q", kCatQ, "q takes RA+DEC[SUFFIX] (q 0051+291)", Q, false},
+    {"minkowski", kCatMinkowski, "minkowski takes A-B", Pair<lookupMinkowski>, true},
+    {"haro", kCatHaro, "haro takes A-B", Pair<lookupHaro>, true},
+    {"kohoutek", kCatKohoutek, "kohoutek takes A-B", Pair<lookupKohoutek>, true},
+    {"henize", kCatHenize, "henize takes A-B", Pair<lookupHenize>, true},
+    {"pn_eso", kCatEso, "pn_eso takes A-B", Pair<lookupPlanetaryEso>, true},
+    {"dc", kCatDc, "dc takes LON LAT[SUFFIX] (dc 291.0 -0.2)", Dc, true},
+    {"qso_des", kCatQsoDes, "qso_des takes a discoverer designation", Name<lookupQsoDesignation>, false},
+    {"pn_des", kCatPnDes, "pn_des takes a designation", Name<lookupPnDesignation>, true},
+    {"nebother", kCatNebother, "nebother takes a designation", Name<lookupNebulaOther>, true},
+    {"gdes", kCatGDes, "gdes takes a designation", Name<lookupGlobularDesignation>, false},
+    {"globule", kCatGbc, "globule takes a globule name", Name<lookupGlobule>, true},
+};
+
 }  // namespace
 
 bool FindDeepSky(const std::vector<std::string>& w, int* status) {
@@ -154,6 +250,18 @@ bool FindDeepSky(const std::vector<std::string>& w, int* status) {
         }
         const long record = i.lookup(f.get(), static_cast<int>(number));
         *status = PrintRecords(&record, 1, i.zeroBased);
+        return true;
+    }
+    for (const TextIndex& i : kTextIndexes) {
+        if (index != i.name) continue;
+        FilePtr f = openCatalogue(i.id);
+        if (!f) {
+            *status = Missing(i.id);
+            return true;
+        }
+        long out[kMaxGalaxyHits] = {};
+        const int n = i.lookup(f.get(), Joined(w), out);
+        *status = n < 0 ? Usage(i.usage) : PrintRecords(out, n, i.zeroBased);
         return true;
     }
     if (index == "ocl" || index == "oc") {

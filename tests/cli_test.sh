@@ -309,6 +309,11 @@ check "find ngc 224A answers nothing" test "$rc" -eq 1 -a -z "$out"
 run object 6 5 --at 2026-11-22T22:00
 check "object 6 5 is the galaxy at its place" grep -qF '"raJ2000": 0.186484800521595' <<<"$out"
 check "object 6 5 is a galaxy" grep -qF '"classMask": 256' <<<"$out"
+put $stars/Minkowski.bin 0 ff ff 07 00
+run catalog find minkowski 1-2
+check "find minkowski 1-2 answers planetary 7" test "$rc" -eq 0 -a "$out" = 7
+run catalog find minkowski 1-1
+check "an empty Minkowski slot answers nothing" test "$rc" -eq 1 -a -z "$out"
 run catalog find bayer Xyz alpha
 check "an unknown constellation is a usage error" test "$rc" -eq 2
 run catalog --help
