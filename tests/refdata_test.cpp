@@ -489,6 +489,9 @@ TEST_F(RefdataTest, MessierThirtyOneIsTheAndromedaGalaxy) {
     EXPECT_EQ(image[17], 31);
     // PGC and the common name lead to the same galaxy.
     EXPECT_EQ(lookupPgc(openPgc().get(), 2557), m31);
+    long found[kMaxGalaxyHits] = {};
+    ASSERT_EQ(lookupMcg(openMcg().get(), 7, 2, 16, 0, found), 1);
+    EXPECT_EQ(found[0], m31);
     FilePtr cnames = openCommonNames();
     const int nameRow = findCommonName(cnames.get(), "Andromeda Gal");
     ASSERT_GE(nameRow, 0);
@@ -537,6 +540,13 @@ TEST_F(RefdataTest, CrossTablesLeadToTheirClassFiles) {
     EXPECT_EQ(g.mcgField, 2);
     EXPECT_EQ(g.mcgNumber, 1);
     EXPECT_NEAR(g.magnitude, 14.7, 1e-9);
+    // And both indexes lead back to it.
+    const long ngc65 = RecordInClass(rows, "NGC0065", 1);
+    long found[kMaxGalaxyHits] = {};
+    ASSERT_GE(lookupEso(openEsob().get(), 473, 10, 1, found), 1);
+    EXPECT_EQ(found[0], ngc65);
+    ASSERT_EQ(lookupMcg(openMcg().get(), -4, 2, 1, 0, found), 1);
+    EXPECT_EQ(found[0], ngc65);
     NebulaData neb;
     ASSERT_EQ(readNebula(openNebulae().get(), RecordInClass(rows, "NGC1976", 0), &neb, kReadAll), 1);
     EXPECT_EQ(neb.designation, "NGC 1976");

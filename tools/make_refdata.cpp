@@ -4,8 +4,8 @@
 // catalogue's (HR) order, with the HR, HD, SAO, HIP, Flamsteed and Bayer
 // indexes, the IAU proper names (`csn`, `csn_alp`) and the variables that
 // have a lettered or V-number name (`vindex`, `vref`, `vnames`); the OpenNGC
-// deep-sky objects in their class files with the Messier, NGC, IC, PGC, UGC
-// and common-name tables; and the constellation files.
+// deep-sky objects in their class files with the Messier, NGC, IC, PGC, UGC,
+// MCG, ESO and common-name tables; and the constellation files.
 //
 //   make-refdata OUTDIR [--source DIR]
 //
@@ -406,7 +406,8 @@ std::string ReadmeText(const ReferenceSet& set) {
         "               to its largest (unused rows are zero), and vnames row n names\n"
         "               vref row n\n"
         "  gal.bin      galaxies, records from 1, with pgc.bin (PGC to galaxy, PGC numbers\n"
-        "               below 1000000) and ugc.bin (UGC to galaxies)\n"
+        "               below 1000000), ugc.bin (UGC to galaxies), mcg.bin and esob.bin\n"
+        "               (MCG and ESO numbers to galaxies)\n"
         "  m.bin, ngc.bin, ic.bin\n"
         "               Messier, NGC and IC numbers to the class files\n"
         "  cnames.bin, cn_cross.bin\n"
@@ -441,7 +442,7 @@ std::string ReadmeText(const ReferenceSet& set) {
         "Names are written in Windows-1252 (the ASCII spelling where the code page\n"
         "lacks a letter). Files the sources cannot fill (PPM, BD, CD, CP, GC, Tycho,\n"
         "GSC, CCDM, orbits, notes, photometric standards, quasars, and the deep-sky\n"
-        "indexes other than PGC and UGC) are left out: the program finds nothing in\n"
+        "indexes other than PGC, UGC, MCG and ESO) are left out: the program finds nothing in\n"
         "them.\n\n"
         "Sources\n"
         "  Yale Bright Star Catalogue, 5th Revised Ed. (Hoffleit & Warren 1991), CDS\n"
@@ -453,7 +454,7 @@ std::string ReadmeText(const ReferenceSet& set) {
         "  NGC.csv and addendum.csv of 2023-10-05). Licence: CC-BY-SA-4.0 (Creative\n"
         "  Commons Attribution-ShareAlike 4.0 International). The deep-sky files of\n"
         "  this set (gal, gg, oc, glob, pln, neb, dn, m, ngc, ic, cnames, cn_cross,\n"
-        "  pgc, ugc) are an adaptation of OpenNGC and are shared under the same\n"
+        "  pgc, ugc, mcg, esob) are an adaptation of OpenNGC and are shared under the same\n"
         "  licence, https://creativecommons.org/licenses/by-sa/4.0/.\n"
         "  Constellation boundaries: N. G. Roman, \"Identification of a Constellation\n"
         "  from a Position\", PASP 99, 695 (1987); CDS catalogue VI/42 (the IAU\n"

@@ -17,6 +17,7 @@
 #include "catalog/cross_tables.h"
 #include "catalog/dark_nebula_files.h"
 #include "catalog/galaxy_files.h"
+#include "catalog/index_runs.h"
 #include "catalog/nebula_files.h"
 #include "catalog/planetary_files.h"
 #include "tools/refdata_sources.h"
@@ -132,6 +133,56 @@ bool PutEso(const std::string& identifiers, GalaxyRecord* r) {
     r->esoNumber = static_cast<uint8_t>(number);
     r->esoSuffix = letter >= 'A' && letter <= 'O' ? static_cast<uint8_t>(letter - 'A' + 1) : 0;
     return true;
+}
+
+// The MCG index: a 5-byte head per (zone + 7, field), then the run of a
+// head's numbers 0 to its count, three part slots each, holding the record
+// less one; 0xFFFFFF is an empty slot.
+Image McgIndex(const std::vector<std::pair<GalaxyRecord, long>>& galaxies) {
+    constexpr int kZones = 32, kFields = 61;
+    std::map<int, std::map<int, long>> runs;  // head row -> number -> record
+    for (const auto& [g, record] : galaxies)
+        if (g.mcgField < kFields && g.mcgZonePlus7 < kZones && g.mcgNumber > 0 && g.mcgPart == 0)
+            runs[g.mcgZonePlus7 * kFields + g.mcgField].emplace(g.mcgNumber, record);
+    Image image(kZones * kFields * ShortRunLayout::kSize, 0);
+    for (const auto& [row, numbers] : runs) {
+        ShortRunHead head;
+        head.offset = static_cast<uint32_t>(image.size());
+        head.count = static_cast<uint8_t>(numbers.rbegin()->first);
+        EncodeRecord<ShortRunLayout>(head, image.data() + row * ShortRunLayout::kSize);
+        const size_t at = image.size();
+        image.resize(at + (head.count + 1) * 3 * 3, 0xFF);
+        for (const auto& [number, record] : numbers)
+            le::PutU24(image.data() + at + number * 3 * 3, static_cast<uint32_t>(record - 1));
+    }
+    return image;
+}
+
+// The ESO index: a 6-byte head per field from 1, then the run of numbers 1
+// to its count, three part slots of 4 bytes each: the first record in the
+// low 20 bits, and a second one, as its distance from the first, above.
+Image EsoIndex(const std::vector<std::pair<GalaxyRecord, long>>& galaxies) {
+    std::map<int, std::map<int, std::vector<long>>> runs;  // field -> number * 3 + part -> records
+    for (const auto& [g, record] : galaxies)
+        if (g.esoField > 0 && g.esoNumber > 0 && g.esoSuffix <= 2)
+            runs[g.esoField][g.esoNumber * 3 + g.esoSuffix].push_back(record);
+    if (runs.empty()) return {};
+    Image image(runs.rbegin()->first * RunLayout::kSize, 0);
+    for (const auto& [field, slots] : runs) {
+        RunHead head;
+        head.offset = static_cast<uint32_t>(image.size());
+        head.count = static_cast<uint16_t>(slots.rbegin()->first / 3);
+        EncodeRecord<RunLayout>(head, image.data() + (field - 1) * RunLayout::kSize);
+        const size_t at = image.size();
+        image.resize(at + head.count * 3 * 4, 0xFF);
+        for (const auto& [slot, records] : slots) {
+            uint32_t value = static_cast<uint32_t>(records[0]);
+            if (records.size() > 1 && records[1] > records[0] && records[1] - records[0] < 4096)
+                value |= static_cast<uint32_t>(records[1] - records[0]) << 20;
+            le::PutU32(image.data() + at + ((slot / 3 - 1) * 3 + slot % 3) * 4, value);
+        }
+    }
+    return image;
 }
 
 std::vector<std::string> SplitNames(const std::string& text) {
@@ -465,6 +516,7 @@ bool MakeDeepSkyImages(const std::string& source, DeepSkyImages* out, std::strin
     Image cnames(kCommonNameRows * kCommonNameSize, 0);
     Image cnCross(kCommonNameRows * CommonNameCrossLayout::kSize, 0);
     Image pgc, ugc(kUgcRows * kUgcSlots * 3, 0);
+    std::vector<std::pair<GalaxyRecord, long>> designated;  // MCG and ESO numbers of each galaxy
     long pgcBeyond = 0;
     for (const DeepSkyObject& o : objects) {
         if (o.crossClass < 0) continue;
@@ -487,6 +539,9 @@ bool MakeDeepSkyImages(const std::string& source, DeepSkyImages* out, std::strin
                 r, cnCross.data() + o.commonNameRow * CommonNameCrossLayout::kSize);
         }
         if (o.crossClass != kGalaxy) continue;
+        GalaxyRecord numbers;
+        const bool mcg = PutMcg(o.identifiers, &numbers);
+        if (PutEso(o.identifiers, &numbers) || mcg) designated.emplace_back(numbers, o.record);
         const long p = Identifier(o.identifiers, "PGC");
         if (p >= kPgcLimit)
             ++pgcBeyond;
@@ -540,6 +595,8 @@ bool MakeDeepSkyImages(const std::string& source, DeepSkyImages* out, std::strin
         {kCatCnCross, cnCross},
         {kCatPgc, pgc},
         {kCatUgc, ugc},
+        {kCatMcg, McgIndex(designated)},
+        {kCatEsob, EsoIndex(designated)},
     };
     const char* names[] = {"galaxies",          "galaxy groups",     "open clusters",
                            "globular clusters", "planetary nebulae", "bright nebulae",
