@@ -68,10 +68,10 @@ int lookupNgcCross(FILE* file, int ngc, int suffix, CrossHit out[2]) {
     if (!ReadRow<NgcCrossLayout>(file, ngc - 1, &row)) return 0;
     if (suffix > row.highestSuffix || (suffix != 0 && row.highestSuffix == 0)) return 0;
     if (IsEmpty(row.crossClass[suffix], row.record[suffix])) return 0;
-    out[0] = {row.crossClass[suffix], row.record[suffix]};
+    out[0] = {row.crossClass[suffix], static_cast<long>(row.record[suffix])};
     // No suffix in use but a second record: two objects share the number.
     if (row.highestSuffix == 0 && row.record[1] != 0) {
-        out[1] = {row.crossClass[1], row.record[1]};
+        out[1] = {row.crossClass[1], static_cast<long>(row.record[1])};
         return 2;
     }
     return 1;
@@ -88,7 +88,7 @@ int lookupIcCross(FILE* file, int ic, int suffix, CrossHit* out) {
     if (ic < 1 || suffix < 0 || suffix >= kIcSlots) return 0;
     if (!ReadRow<IcCrossLayout>(file, ic - 1, &row)) return 0;
     if (IsEmpty(row.crossClass[suffix], row.record[suffix])) return 0;
-    *out = {row.crossClass[suffix], row.record[suffix]};
+    *out = {row.crossClass[suffix], static_cast<long>(row.record[suffix])};
     return 1;
 }
 
@@ -114,7 +114,7 @@ int lookupCommonNameCross(FILE* file, int row, CrossHit* out) {
     if (row < 0 || row >= kCommonNameRows) return 0;
     if (!ReadRow<CommonNameCrossLayout>(file, row, &cross)) return 0;
     if (IsEmpty(cross.crossClass, cross.record)) return 0;
-    *out = {cross.crossClass, cross.record};
+    *out = {cross.crossClass, static_cast<long>(cross.record)};
     return 1;
 }
 
@@ -162,7 +162,7 @@ int nextCrossBrowse(CrossBrowser* browser, CrossBrowseRow* out) {
         if (browser->suffixFilter >= 0 && slot != browser->suffixFilter) continue;
         out->number = browser->row;
         out->suffix = slot;
-        out->hit = {crossClass, record};
+        out->hit = {crossClass, static_cast<long>(record)};
         return 1;
     }
 }
