@@ -12,29 +12,13 @@
 #include "catalog/dark_nebula_files.h"
 #include "catalog/designation_kinds.h"
 #include "catalog/designation_parse.h"
-#include "catalog/quasar_files.h"
 #include "catalog/galaxy_files.h"
 #include "catalog/nebula_files.h"
 #include "catalog/planetary_files.h"
+#include "catalog/quasar_files.h"
+#include "cli/catalog_support.h"
 
 namespace {
-
-constexpr int kExitDone = 0;
-constexpr int kExitNone = 1;
-constexpr int kExitUsage = 2;
-
-// The object class of each cross-table class code.
-constexpr int kCrossObjectClass[8] = {10, 11, 9, 8, 6, 7, 16, 17};
-
-int Usage(const char* why) {
-    std::fprintf(stderr, "ferry2-cli catalog: %s\n", why);
-    return kExitUsage;
-}
-
-int Missing(int id) {
-    std::fprintf(stderr, "ferry2-cli catalog: %s cannot be opened\n", catalogueFilePath(id).c_str());
-    return kExitNone;
-}
 
 // "300", "300B": the number and the suffix code (0 none, 1 for A, ...).
 bool ParseNumberSuffix(const std::string& text, long* number, int* suffix) {
@@ -55,21 +39,8 @@ bool ParseNumberSuffix(const std::string& text, long* number, int* suffix) {
 
 int PrintHits(const CrossHit* hits, int count) {
     for (int i = 0; i < count; ++i)
-        std::printf("%d %ld\n", hits[i].crossClass >= 0 && hits[i].crossClass < 8
-                                    ? kCrossObjectClass[hits[i].crossClass]
-                                    : -1,
-                    hits[i].record);
-    return count > 0 ? kExitDone : kExitNone;
-}
-
-int PrintRecords(const long* records, int count, bool zeroBased) {
-    int printed = 0;
-    for (int i = 0; i < count; ++i) {
-        if (zeroBased ? records[i] < 0 : records[i] <= 0) continue;
-        std::printf("%ld\n", records[i]);
-        ++printed;
-    }
-    return printed > 0 ? kExitDone : kExitNone;
+        std::printf("%d %ld\n", crossClassToObjectClass(hits[i].crossClass), hits[i].record);
+    return count > 0 ? kCatalogFound : kCatalogNone;
 }
 
 int Cross(const std::string& index, const std::vector<std::string>& w) {
@@ -81,8 +52,8 @@ int Cross(const std::string& index, const std::vector<std::string>& w) {
 #endif
         FilePtr names = openCommonNames();
         FilePtr cross = openCommonNameCross();
-        if (!names) return Missing(kCatCnames);
-        if (!cross) return Missing(kCatCnCross);
+        if (!names) return CatalogMissing(kCatCnames);
+        if (!cross) return CatalogMissing(kCatCnCross);
         const int row = findCommonName(names.get(), name.c_str());
         CrossHit hit;
         return PrintHits(&hit, row >= 0 && lookupCommonNameCross(cross.get(), row, &hit) ? 1 : 0);
@@ -90,21 +61,21 @@ int Cross(const std::string& index, const std::vector<std::string>& w) {
     long number = 0;
     int suffix = 0;
     if (w.size() != 3 || !ParseNumberSuffix(w[2], &number, &suffix))
-        return Usage("m, ngc and ic take a number, with its letter typed on it (ngc 300B)");
+        return CatalogUsage("m, ngc and ic take a number, with its letter typed on it (ngc 300B)");
     CrossHit hits[2];
     if (index == "m") {
-        if (suffix) return Usage("Messier numbers have no letter");
+        if (suffix) return CatalogUsage("Messier numbers have no letter");
         FilePtr f = openMessierCross();
-        if (!f) return Missing(kCatM);
+        if (!f) return CatalogMissing(kCatM);
         return PrintHits(hits, lookupMessierCross(f.get(), static_cast<int>(number), hits));
     }
     if (index == "ngc") {
         FilePtr f = openNgcCross();
-        if (!f) return Missing(kCatNgc);
+        if (!f) return CatalogMissing(kCatNgc);
         return PrintHits(hits, lookupNgcCross(f.get(), static_cast<int>(number), suffix, hits));
     }
     FilePtr f = openIcCross();
-    if (!f) return Missing(kCatIc);
+    if (!f) return CatalogMissing(kCatIc);
     return PrintHits(hits, lookupIcCross(f.get(), static_cast<int>(number), suffix, hits));
 }
 
@@ -240,28 +211,28 @@ bool FindDeepSky(const std::vector<std::string>& w, int* status) {
         long number = 0;
         int suffix = 0;
         if (w.size() != 3 || !ParseNumberSuffix(w[2], &number, &suffix) || suffix) {
-            *status = Usage("this index takes one number");
+            *status = CatalogUsage("this index takes one number");
             return true;
         }
         FilePtr f = openCatalogue(i.id);
         if (!f) {
-            *status = Missing(i.id);
+            *status = CatalogMissing(i.id);
             return true;
         }
         const long record = i.lookup(f.get(), static_cast<int>(number));
-        *status = PrintRecords(&record, 1, i.zeroBased);
+        *status = PrintNumbers(&record, 1, i.zeroBased);
         return true;
     }
     for (const TextIndex& i : kTextIndexes) {
         if (index != i.name) continue;
         FilePtr f = openCatalogue(i.id);
         if (!f) {
-            *status = Missing(i.id);
+            *status = CatalogMissing(i.id);
             return true;
         }
         long out[kMaxGalaxyHits] = {};
         const int n = i.lookup(f.get(), Joined(w), out);
-        *status = n < 0 ? Usage(i.usage) : PrintRecords(out, n, i.zeroBased);
+        *status = n < 0 ? CatalogUsage(i.usage) : PrintNumbers(out, n, i.zeroBased);
         return true;
     }
     if (index == "ocl" || index == "oc") {
@@ -274,46 +245,46 @@ bool FindDeepSky(const std::vector<std::string>& w, int* status) {
         if (family) {
             code = w.size() == 4 ? findClusterFamily(w[2].c_str()) : -1;
             if (code < 2 || !ParseNumberSuffix(w[3], &number, &suffix) || suffix) {
-                *status = Usage("oc takes a cluster family word and a number (oc Collinder 399)");
+                *status = CatalogUsage("oc takes a cluster family word and a number (oc Collinder 399)");
                 return true;
             }
         } else if (w.size() != 3 || (value = std::strtod(w[2].c_str(), &end), *end) || value <= 0) {
-            *status = Usage("ocl takes an OCL number such as 123.4");
+            *status = CatalogUsage("ocl takes an OCL number such as 123.4");
             return true;
         }
         const int id = family ? kCatOcCross : kCatOcl;
         FilePtr f = openCatalogue(id);
         if (!f) {
-            *status = Missing(id);
+            *status = CatalogMissing(id);
             return true;
         }
         const long record = family ? lookupOcCross(f.get(), code, static_cast<int>(number))
                                    : lookupOcl(f.get(), value);
-        *status = PrintRecords(&record, 1, true);
+        *status = PrintNumbers(&record, 1, true);
         return true;
     }
     if (index == "mkn" || index == "ugc" || index == "barnard") {
         long number = 0;
         int suffix = 0;
         if (w.size() != 3 || !ParseNumberSuffix(w[2], &number, &suffix)) {
-            *status = Usage("this index takes a number, with its letter typed on it (barnard 83A)");
+            *status = CatalogUsage("this index takes a number, with its letter typed on it (barnard 83A)");
             return true;
         }
         const int id = index == "mkn" ? kCatMkn : index == "ugc" ? kCatUgc : kCatBarnard;
         FilePtr f = openCatalogue(id);
         if (!f) {
-            *status = Missing(id);
+            *status = CatalogMissing(id);
             return true;
         }
         if (index == "barnard") {
             const long record = lookupBarnard(f.get(), static_cast<int>(number), suffix);
-            *status = PrintRecords(&record, 1, true);
+            *status = PrintNumbers(&record, 1, true);
             return true;
         }
         long out[kMaxGalaxyHits] = {};
         const int n = index == "mkn" ? lookupMarkarian(f.get(), static_cast<int>(number), suffix, out)
                                      : lookupUgc(f.get(), static_cast<int>(number), suffix, out);
-        *status = PrintRecords(out, n, false);
+        *status = PrintNumbers(out, n, false);
         return true;
     }
     return false;

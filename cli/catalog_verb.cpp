@@ -8,7 +8,6 @@
 
 #include "base/windows_text.h"
 #include "catalog/catalogue_files.h"
-#include "cli/catalog_deep_sky.h"
 #include "catalog/constellation_names.h"
 #include "catalog/greek_letters.h"
 #include "catalog/gsc.h"
@@ -17,6 +16,8 @@
 #include "catalog/star_indexes.h"
 #include "catalog/star_texts.h"
 #include "catalog/tycho_index.h"
+#include "cli/catalog_deep_sky.h"
+#include "cli/catalog_support.h"
 
 const char kCatalogSynopsis[] =
     "ferry2-cli catalog star N | find INDEX KEY... | gsc REGION NUMBER\n";
@@ -59,31 +60,6 @@ const char kCatalogDetails[] =
 
 namespace {
 
-constexpr int kExitDone = 0;
-constexpr int kExitNone = 1;
-constexpr int kExitUsage = 2;
-
-bool ParseLong(const std::string& text, long* value) {
-    if (text.empty()) return false;
-    errno = 0;
-    char* end = nullptr;
-    const long v = std::strtol(text.c_str(), &end, 10);
-    if (*end || errno) return false;
-    *value = v;
-    return true;
-}
-
-int Usage(const char* why) {
-    std::fprintf(stderr, "ferry2-cli catalog: %s\n", why);
-    return kExitUsage;
-}
-
-int MissingFile(int id) {
-    std::fprintf(stderr, "ferry2-cli catalog: %s cannot be opened\n",
-                 catalogueFilePath(id).c_str());
-    return kExitNone;
-}
-
 std::string JsonText(const std::string& text) {
     std::string out = "\"";
     for (const unsigned char c : text) {
@@ -120,14 +96,14 @@ std::string StarName(const StarData& star) {
 
 int PrintStar(const std::vector<std::string>& w) {
     long number = 0;
-    if (w.size() != 2 || !ParseLong(w[1], &number)) return Usage("star takes one star number");
+    if (w.size() != 2 || !ParseWhole(w[1], &number)) return CatalogUsage("star takes one star number");
     FilePtr file = openStars();
-    if (!file) return MissingFile(kCatStars);
+    if (!file) return CatalogMissing(kCatStars);
     StarData s;
     if (!readStar(file.get(), number, &s, kReadAll)) {
         std::fprintf(stderr, "ferry2-cli catalog: no star %ld in %s\n", number,
                      catalogueFilePath(kCatStars).c_str());
-        return kExitNone;
+        return kCatalogNone;
     }
     std::printf(
         "{\"number\": %ld, \"form\": \"%s\", \"ra\": %.17g, \"dec\": %.17g, "
@@ -143,18 +119,10 @@ int PrintStar(const std::vector<std::string>& w) {
         s.gc, s.bd, s.cd, s.cp, s.csnRow, JsonText(StarName(s)).c_str(), s.flamsteed,
         s.bayerLetter, s.bayerSuperscript, s.designationConstellation, s.gscRegion, s.gscNumber,
         s.tychoComponent, s.ccdmRow, s.vrefIndex, s.nsv);
-    return kExitDone;
+    return kCatalogFound;
 }
 
-int PrintStars(const long* stars, int count) {
-    int printed = 0;
-    for (int i = 0; i < count; ++i) {
-        if (stars[i] <= 0) continue;
-        std::printf("%ld\n", stars[i]);
-        ++printed;
-    }
-    return printed > 0 ? kExitDone : kExitNone;
-}
+int PrintStars(const long* stars, int count) { return PrintNumbers(stars, count, false); }
 
 using OneStarLookup = long (*)(FILE*, long);
 
@@ -173,7 +141,7 @@ constexpr OneStarIndex kOneStarIndexes[] = {
 bool ParseZone(const std::string& text, char* sign, int* zone) {
     if (text.size() < 2 || (text[0] != '+' && text[0] != '-')) return false;
     long z = 0;
-    if (!ParseLong(text.substr(1), &z) || z < 0 || z > 90) return false;
+    if (!ParseWhole(text.substr(1), &z) || z < 0 || z > 90) return false;
     *sign = text[0];
     *zone = static_cast<int>(z);
     return true;
@@ -184,24 +152,24 @@ int FindDm(const std::vector<std::string>& w) {
     char sign = '+';
     int zone = 0;
     long number = 0;
-    if (w.size() < 4 || w.size() > 5 || !ParseZone(w[2], &sign, &zone) || !ParseLong(w[3], &number))
-        return Usage("bd, cd and cp take ZONE NUMBER [SUFFIX], the zone signed (+38)");
+    if (w.size() < 4 || w.size() > 5 || !ParseZone(w[2], &sign, &zone) || !ParseWhole(w[3], &number))
+        return CatalogUsage("bd, cd and cp take ZONE NUMBER [SUFFIX], the zone signed (+38)");
     char suffix = ' ';
     if (w.size() == 5) {
-        if (w[4].size() != 1) return Usage("the suffix is one letter");
+        if (w[4].size() != 1) return CatalogUsage("the suffix is one letter");
         suffix = w[4][0];
     }
     long out[4] = {};
     if (index == "bd") {
         FilePtr f = openBd();
-        if (!f) return MissingFile(kCatBd);
+        if (!f) return CatalogMissing(kCatBd);
         const int n = lookupBd(f.get(), sign, zone, number, suffix, out);
         return PrintStars(out, n > 0 ? n : 0);
     }
-    if (w.size() == 5) return Usage("cd and cp take no suffix");
+    if (w.size() == 5) return CatalogUsage("cd and cp take no suffix");
     const bool cd = index == "cd";
     FilePtr f = cd ? openCd() : openCp();
-    if (!f) return MissingFile(cd ? kCatCd : kCatCp);
+    if (!f) return CatalogMissing(cd ? kCatCd : kCatCp);
     const int n = cd ? lookupCd(f.get(), sign, zone, number, out)
                      : lookupCp(f.get(), sign, zone, number, out);
     return PrintStars(out, n);
@@ -211,31 +179,31 @@ int FindDesignation(const std::vector<std::string>& w) {
     const std::string& index = w[1];
     const bool bayer = index == "bayer";
     if (w.size() < 4 || w.size() > (bayer ? 5u : 4u))
-        return Usage(bayer ? "bayer takes CON LETTER [SUP]" : "flamstd takes CON N");
+        return CatalogUsage(bayer ? "bayer takes CON LETTER [SUP]" : "flamstd takes CON N");
     const int row = constellationRowOf(w[2].c_str());
-    if (row < 0) return Usage("not a constellation abbreviation");
+    if (row < 0) return CatalogUsage("not a constellation abbreviation");
     long out[2] = {};
     if (!bayer) {
         long number = 0;
-        if (!ParseLong(w[3], &number) || number < 1) return Usage("not a Flamsteed number");
+        if (!ParseWhole(w[3], &number) || number < 1) return CatalogUsage("not a Flamsteed number");
         FilePtr f = openFlamstd();
-        if (!f) return MissingFile(kCatFlamstd);
+        if (!f) return CatalogMissing(kCatFlamstd);
         return PrintStars(out, lookupFlamsteed(f.get(), row, static_cast<int>(number), out));
     }
     const int letter = greekLetterRow(w[3].c_str());
-    if (letter < 0) return Usage("not a Greek letter name");
+    if (letter < 0) return CatalogUsage("not a Greek letter name");
     long superscript = 0;
-    if (w.size() == 5 && (!ParseLong(w[4], &superscript) || superscript < 0 || superscript > 8))
-        return Usage("the superscript is 0 to 8");
+    if (w.size() == 5 && (!ParseWhole(w[4], &superscript) || superscript < 0 || superscript > 8))
+        return CatalogUsage("the superscript is 0 to 8");
     FilePtr f = openBayer();
-    if (!f) return MissingFile(kCatBayer);
+    if (!f) return CatalogMissing(kCatBayer);
     return PrintStars(out, lookupBayer(f.get(), row, letter + 1, static_cast<int>(superscript), out));
 }
 
 // The stars of ccdm_i rows, for the indexes that answer rows.
 int PrintRowStars(const long* rows, int count) {
     FilePtr index = openCcdmIndex();
-    if (!index) return MissingFile(kCatCcdmI);
+    if (!index) return CatalogMissing(kCatCcdmI);
     long stars[2] = {};
     int n = 0;
     for (int i = 0; i < count && n < 2; ++i) {
@@ -249,27 +217,27 @@ int FindMultiple(const std::vector<std::string>& w) {
     const std::string& index = w[1];
     if (index == "ccdm") {
         long ra = 0, dec = 0;
-        if (w.size() != 4 || !ParseLong(w[2], &ra) || (w[3][0] != '+' && w[3][0] != '-') ||
-            !ParseLong(w[3].substr(1), &dec) || ra < 0 || ra > 65535 || dec < 0 || dec > 32767)
-            return Usage("ccdm takes RA DEC, the Dec part signed (18369 +3847)");
+        if (w.size() != 4 || !ParseWhole(w[2], &ra) || (w[3][0] != '+' && w[3][0] != '-') ||
+            !ParseWhole(w[3].substr(1), &dec) || ra < 0 || ra > 65535 || dec < 0 || dec > 32767)
+            return CatalogUsage("ccdm takes RA DEC, the Dec part signed (18369 +3847)");
         FilePtr f = openCcdmIndex();
-        if (!f) return MissingFile(kCatCcdmI);
+        if (!f) return CatalogMissing(kCatCcdmI);
         const long row = findCcdm(f.get(), static_cast<uint16_t>(ra), static_cast<uint16_t>(dec),
                                   w[3][0] == '+');
         return PrintRowStars(&row, 1);
     }
     long key = 0;
-    if (w.size() != 3 || !ParseLong(w[2], &key)) return Usage("struve and ads take one number");
+    if (w.size() != 3 || !ParseWhole(w[2], &key)) return CatalogUsage("struve and ads take one number");
     long rows[2] = {};
     int count = 0;
     if (index == "struve") {
         FilePtr f = openStruve();
-        if (!f) return MissingFile(kCatStruve);
+        if (!f) return CatalogMissing(kCatStruve);
         rows[0] = lookupStruve(f.get(), key);
         count = 1;
     } else {
         FilePtr f = openAdsCcdm();
-        if (!f) return MissingFile(kCatAdsCcdm);
+        if (!f) return CatalogMissing(kCatAdsCcdm);
         lookupAdsCcdm(f.get(), key, rows);
         count = 2;
     }
@@ -277,22 +245,22 @@ int FindMultiple(const std::vector<std::string>& w) {
 }
 
 int Find(const std::vector<std::string>& w) {
-    if (w.size() < 3) return Usage("find takes an index and its key");
+    if (w.size() < 3) return CatalogUsage("find takes an index and its key");
     const std::string& index = w[1];
     for (const OneStarIndex& i : kOneStarIndexes) {
         if (index != i.name) continue;
         long key = 0;
-        if (w.size() != 3 || !ParseLong(w[2], &key)) return Usage("this index takes one number");
+        if (w.size() != 3 || !ParseWhole(w[2], &key)) return CatalogUsage("this index takes one number");
         FilePtr f = openCatalogue(i.id);
-        if (!f) return MissingFile(i.id);
+        if (!f) return CatalogMissing(i.id);
         const long star = i.lookup(f.get(), key);
         return PrintStars(&star, 1);
     }
     if (index == "hd") {
         long key = 0;
-        if (w.size() != 3 || !ParseLong(w[2], &key)) return Usage("hd takes one number");
+        if (w.size() != 3 || !ParseWhole(w[2], &key)) return CatalogUsage("hd takes one number");
         FilePtr f = openHd();
-        if (!f) return MissingFile(kCatHd);
+        if (!f) return CatalogMissing(kCatHd);
         long out[2] = {};
         return PrintStars(out, lookupHd(f.get(), key, out));
     }
@@ -303,11 +271,11 @@ int Find(const std::vector<std::string>& w) {
     if (FindDeepSky(w, &status)) return status;
     if (index == "tycho") {
         long region = 0, number = 0, component = 0;
-        if (w.size() != 5 || !ParseLong(w[2], &region) || !ParseLong(w[3], &number) ||
-            !ParseLong(w[4], &component))
-            return Usage("tycho takes REGION NUMBER COMPONENT");
+        if (w.size() != 5 || !ParseWhole(w[2], &region) || !ParseWhole(w[3], &number) ||
+            !ParseWhole(w[4], &component))
+            return CatalogUsage("tycho takes REGION NUMBER COMPONENT");
         FilePtr f = openTycho();
-        if (!f) return MissingFile(kCatTycho);
+        if (!f) return CatalogMissing(kCatTycho);
         const long star = lookupTycho(f.get(), static_cast<int>(region), static_cast<int>(number),
                                       static_cast<int>(component));
         return PrintStars(&star, 1);
@@ -316,7 +284,7 @@ int Find(const std::vector<std::string>& w) {
         std::string name = w[2];
         for (size_t i = 3; i < w.size(); ++i) name += " " + w[i];
         FilePtr f = openCsnAlpha();
-        if (!f) return MissingFile(kCatCsnAlp);
+        if (!f) return CatalogMissing(kCatCsnAlp);
         uint32_t star = 0;
         long row = 0;
 #ifdef _WIN32
@@ -324,18 +292,18 @@ int Find(const std::vector<std::string>& w) {
 #else
         const std::string text = Utf8ToWindowsText(name);
 #endif
-        if (!findCsnAlpha(f.get(), text.c_str(), &row, &star)) return kExitNone;
+        if (!findCsnAlpha(f.get(), text.c_str(), &row, &star)) return kCatalogNone;
         const long number = static_cast<long>(star);
         return PrintStars(&number, 1);
     }
-    return Usage("unknown index");
+    return CatalogUsage("unknown index");
 }
 
 int PrintGscSlot(const std::vector<std::string>& w) {
     long region = 0, number = 0;
-    if (w.size() != 3 || !ParseLong(w[1], &region) || !ParseLong(w[2], &number))
-        return Usage("gsc takes REGION NUMBER");
-    if (gscBandOfRegion(static_cast<int>(region)) < 0) return Usage("GSC regions run from 1 to 9537");
+    if (w.size() != 3 || !ParseWhole(w[1], &region) || !ParseWhole(w[2], &number))
+        return CatalogUsage("gsc takes REGION NUMBER");
+    if (gscBandOfRegion(static_cast<int>(region)) < 0) return CatalogUsage("GSC regions run from 1 to 9537");
     GscCursor cursor;
     GscStar star;
     const int answer = readGscStar(&cursor, static_cast<int>(region), number, &star);
@@ -343,26 +311,26 @@ int PrintGscSlot(const std::vector<std::string>& w) {
         std::printf("{\"answer\": 1, \"ra\": %.17g, \"dec\": %.17g, \"magnitude\": %.4g, "
                     "\"class\": %d}\n",
                     star.ra, star.dec, star.magnitude, star.starClass);
-        return kExitDone;
+        return kCatalogFound;
     }
     if (answer == kGscStarReference) {
         std::printf("{\"answer\": 2, \"star\": %ld}\n", star.starNumber);
-        return kExitDone;
+        return kCatalogFound;
     }
     if (answer == kGscNoStar) {
         std::printf("{\"answer\": -1}\n");
-        return kExitNone;
+        return kCatalogNone;
     }
     std::fprintf(stderr, "ferry2-cli catalog: the GSC files of region %ld cannot be read\n", region);
-    return kExitNone;
+    return kCatalogNone;
 }
 
 }  // namespace
 
 int RunCatalog(const std::vector<std::string>& w) {
-    if (w.empty()) return Usage("say star, find or gsc");
+    if (w.empty()) return CatalogUsage("say star, find or gsc");
     if (w[0] == "star") return PrintStar(w);
     if (w[0] == "find") return Find(w);
     if (w[0] == "gsc") return PrintGscSlot(w);
-    return Usage("say star, find or gsc");
+    return CatalogUsage("say star, find or gsc");
 }
