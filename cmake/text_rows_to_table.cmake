@@ -1,0 +1,30 @@
+# Turns a data file of text rows (a key, a tab, the text; '#' starts a
+# comment line) into rows of a C++ initialiser list, {key, "text"},. The key
+# is a number (data/strings.txt) or, with QUOTE_KEY, a word written as a
+# string (data/name_tables.txt).
+#   cmake -DIN=rows.txt -DOUT=rows.inc [-DQUOTE_KEY=ON] -P text_rows_to_table.cmake
+file(STRINGS "${IN}" lines)
+set(body "// Made from ${IN} at build time; edit the text file, not this one.\n")
+if(QUOTE_KEY)
+  set(key_pattern "[a-z]+")
+else()
+  set(key_pattern "[0-9]+")
+endif()
+foreach(line IN LISTS lines)
+  if(line MATCHES "^#" OR line STREQUAL "")
+    continue()
+  endif()
+  if(NOT line MATCHES "^(${key_pattern})\t(.*)$")
+    message(FATAL_ERROR "${IN}: not a row: ${line}")
+  endif()
+  set(key "${CMAKE_MATCH_1}")
+  set(text "${CMAKE_MATCH_2}")
+  string(REPLACE "\\" "\\\\" text "${text}")
+  string(REPLACE "\"" "\\\"" text "${text}")
+  if(QUOTE_KEY)
+    set(key "\"${key}\"")
+  endif()
+  string(APPEND body "{${key}, \"${text}\"},\n")
+endforeach()
+file(WRITE "${OUT}.tmp" "${body}")
+configure_file("${OUT}.tmp" "${OUT}" COPYONLY)
