@@ -1,8 +1,9 @@
 #include "catalog/tycho_index.h"
 
-#include <cmath>
+#include <climits>
 
 #include "catalog/catalogue_files.h"
+#include "catalog/float_step_search.h"
 
 FilePtr openTycho() { return openCatalogue(kCatTycho); }
 
@@ -25,21 +26,18 @@ long lookupTycho(FILE* file, int region, int number, int component) {
     TychoRegionEntry run;
     DecodeRecord<TychoRegionLayout>(head, run);
     if (run.count == 0) return 0;
-    // A binary search with a real-valued step: it starts at half the count
-    // (plus one), halves every round, and moves by the rounded step; it gives
-    // up once the halved step is 0.5 or less.
-    double step = (run.count + 1) * 0.5;
-    long position = std::lround(step) - 1;
-    for (;;) {
-        uint8_t image[TychoRunLayout::kSize];
-        if (position < 0 || position >= static_cast<long>(run.count)) return 0;
-        if (!readAt(file, static_cast<long>(run.offset) + position * 5L, image, sizeof image)) return 0;
-        TychoRunEntry entry;
-        DecodeRecord<TychoRunLayout>(image, entry);
-        const int order = Compare(entry, number, component);
-        if (order == 0) return static_cast<long>(entry.star);
-        step *= 0.5;
-        if (step <= 0.5) return 0;
-        position += order < 0 ? std::lround(step) : -std::lround(step);
-    }
+    // The halving real-valued step from half the count (plus one), with no
+    // limit of reads but the step's own.
+    uint32_t star = 0;
+    const long found = floatStepSearch(
+        static_cast<long>(run.count), (run.count + 1) * 0.5, INT_MAX, [&](long position) {
+            uint8_t image[TychoRunLayout::kSize];
+            if (!readAt(file, static_cast<long>(run.offset) + position * 5L, image, sizeof image))
+                return kStepReadFailed;
+            TychoRunEntry entry;
+            DecodeRecord<TychoRunLayout>(image, entry);
+            star = entry.star;
+            return Compare(entry, number, component);
+        });
+    return found < 0 ? 0 : static_cast<long>(star);
 }
