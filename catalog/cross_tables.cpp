@@ -166,3 +166,53 @@ int nextCrossBrowse(CrossBrowser* browser, CrossBrowseRow* out) {
         return 1;
     }
 }
+
+int beginMessierBrowse(MessierBrowser* browser, int objectClass) {
+    browser->wanted = objectClassToCrossClass(objectClass);
+    if (browser->wanted < 0) return 0;
+    browser->file = openMessierCross();
+    browser->number = 0;
+    return browser->file ? 1 : 0;
+}
+
+int nextMessierBrowse(MessierBrowser* browser, int* messier, CrossHit* out) {
+    if (!browser->file) return 0;
+    while (browser->number < kMessierBrowseLast) {
+        CrossHit hit;
+        if (!lookupMessierCross(browser->file.get(), ++browser->number, &hit)) continue;
+        if (hit.crossClass != browser->wanted) continue;
+        *messier = browser->number;
+        *out = hit;
+        return 1;
+    }
+    return 0;
+}
+
+int beginCommonNameBrowse(CommonNameBrowser* browser, int objectClass, const char* pattern) {
+    browser->objectClass = objectClass;
+    browser->row = -1;
+    browser->pattern[0] = '\0';
+    if (pattern && std::strcmp(pattern, "*") != 0) {
+        std::strncpy(browser->pattern, pattern, kCommonNameSize - 1);
+        browser->pattern[kCommonNameSize - 1] = '\0';
+    }
+    browser->names = openCommonNames();
+    browser->cross = openCommonNameCross();
+    return browser->names && browser->cross ? 1 : 0;
+}
+
+int nextCommonNameBrowse(CommonNameBrowser* browser, int* row, char name[kCommonNameSize], CrossHit* out) {
+    if (!browser->names || !browser->cross) return 0;
+    while (browser->row + 1 < kCommonNameRows) {
+        const int at = ++browser->row;
+        CrossHit hit;
+        if (!lookupCommonNameCross(browser->cross.get(), at, &hit)) continue;
+        if (crossClassToObjectClass(hit.crossClass) != browser->objectClass) continue;
+        if (!readCommonName(browser->names.get(), at, name)) return 0;
+        if (browser->pattern[0] && !PrefixMatch(browser->pattern, name)) continue;
+        *row = at;
+        *out = hit;
+        return 1;
+    }
+    return 0;
+}

@@ -168,3 +168,35 @@ int beginIcBrowse(CrossBrowser* browser, int objectClass, int suffixFilter);
 // The next slot whose class is the wanted one, whose record isn't 0 and
 // whose slot passes the filter; 0 at the end of the table.
 int nextCrossBrowse(CrossBrowser* browser, CrossBrowseRow* out);
+
+// The Messier list of one class: numbers 1 to 110 in order (the browser
+// stops at 110 whatever the file holds), those whose row names the class.
+inline constexpr int kMessierBrowseLast = 110;
+
+struct MessierBrowser {
+    FilePtr file;
+    int wanted = -1;  // the cross class looked for
+    int number = 0;   // the last Messier number looked at
+};
+
+// Opens `m`; 0 when it won't open or the class has no cross class for
+// these browsers.
+int beginMessierBrowse(MessierBrowser* browser, int objectClass);
+// The next Messier number of the class and its object; 0 at the end.
+int nextMessierBrowse(MessierBrowser* browser, int* messier, CrossHit* out);
+
+// The common names of one class: `cnames` rows 0 to 126 in order whose
+// `cn_cross` row leads to the class and whose name the pattern accepts
+// (the prefix rule; an empty or "*" pattern accepts every name). Every
+// cross class is browsed here, groups and dark nebulae included.
+struct CommonNameBrowser {
+    FilePtr names;
+    FilePtr cross;
+    int objectClass = -1;
+    char pattern[kCommonNameSize] = {};
+    int row = -1;  // the last row looked at
+};
+
+int beginCommonNameBrowse(CommonNameBrowser* browser, int objectClass, const char* pattern);
+// The next row, its name and its object; 0 at the end.
+int nextCommonNameBrowse(CommonNameBrowser* browser, int* row, char name[kCommonNameSize], CrossHit* out);

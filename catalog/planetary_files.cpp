@@ -17,6 +17,16 @@ constexpr int kHenizeFirst[3] = {1, 1, 519};
 constexpr int kHenizeSlot[3] = {0, 8, 476};
 constexpr int kHenizeLast[3] = {8, 468, 0x7FFF};  // b beyond these lands in the next a
 
+// Entry `i` of a PN G run.
+int ReadPngEntry(FILE* file, const RunHead& run, long i, PngEntry* out) {
+    uint8_t image[PngEntryLayout::kSize];
+    if (!readAt(file, static_cast<long>(run.offset) + i * static_cast<long>(PngEntryLayout::kSize), image,
+                sizeof image))
+        return 0;
+    DecodeRecord<PngEntryLayout>(image, *out);
+    return 1;
+}
+
 // The u16 record slot at `offset`; -1 when unread or 65535.
 long ReadSlot(FILE* file, long offset) {
     uint8_t b[2];
@@ -140,16 +150,38 @@ long lookupPng(FILE* file, int longitudeTenths, int latitudeTenths) {
     if (longitudeTenths < 0 || longitudeTenths > 3609 || !readRunHead(file, longitudeTenths / 10, &run))
         return -1;
     for (long i = 0; i < run.count; ++i) {
-        uint8_t image[PngEntryLayout::kSize];
-        if (!readAt(file, static_cast<long>(run.offset) + i * static_cast<long>(PngEntryLayout::kSize), image,
-                    sizeof image))
-            return -1;
         PngEntry entry;
-        DecodeRecord<PngEntryLayout>(image, entry);
+        if (!ReadPngEntry(file, run, i, &entry)) return -1;
         if (entry.longitudeTenth == longitudeTenths % 10 && entry.latitude == latitudeTenths)
             return entry.record == 65535 ? -1 : entry.record;
     }
     return -1;
+}
+
+int beginPngBrowse(PngBrowser* browser) {
+    browser->file = openPng();
+    browser->run = -1;
+    browser->entry = 0;
+    browser->head = RunHead{};
+    return browser->file ? 1 : 0;
+}
+
+int nextPngBrowse(PngBrowser* browser, int* longitudeTenths, int* latitudeTenths, long* record) {
+    if (!browser->file) return 0;
+    for (;;) {
+        if (browser->run >= 0 && browser->entry < browser->head.count) {
+            PngEntry entry;
+            if (!ReadPngEntry(browser->file.get(), browser->head, browser->entry++, &entry)) return 0;
+            if (entry.record == 65535) continue;
+            *longitudeTenths = browser->run * 10 + entry.longitudeTenth;
+            *latitudeTenths = entry.latitude;
+            *record = entry.record;
+            return 1;
+        }
+        if (browser->run + 1 >= kPngBrowseRuns) return 0;
+        if (!readRunHead(browser->file.get(), ++browser->run, &browser->head)) return 0;
+        browser->entry = 0;
+    }
 }
 
 long lookupPnDesignation(FILE* file, const char* text) {

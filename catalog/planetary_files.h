@@ -10,6 +10,7 @@
 
 #include "base/file_utils.h"
 #include "base/record_layout.h"
+#include "catalog/index_runs.h"
 
 struct PlanetaryRecord {
     int16_t pngLongitude = 0;  // tenths of a degree
@@ -183,6 +184,24 @@ struct PngEntryLayout {
     }
 };
 static_assert(LayoutIsPacked<PngEntryLayout, PngEntry>());
+
+// The PN G list in index order: the runs of longitudes 0 to 359 one after
+// the other, each entry in its run's order; empty slots (65535) are passed
+// over.
+inline constexpr int kPngBrowseRuns = 360;
+
+struct PngBrowser {
+    FilePtr file;
+    int run = -1;    // the run being walked
+    long entry = 0;  // the next entry of that run
+    RunHead head;
+};
+
+// Opens `PNG`; 0 when it won't open.
+int beginPngBrowse(PngBrowser* browser);
+// The next designation (longitude and latitude in tenths) and its record;
+// 0 at the end or when an index row or entry can't be read.
+int nextPngBrowse(PngBrowser* browser, int* longitudeTenths, int* latitudeTenths, long* record);
 
 // `pn_des`: 715 sorted names of 19 bytes; the row found is the planetary
 // name number. -1 when the text isn't there.

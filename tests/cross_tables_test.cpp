@@ -1,5 +1,7 @@
 // The Messier, NGC, IC and common-name cross tables, read from rows whose
 // bytes are written by hand.
+#include <iterator>
+#include <string>
 #include <vector>
 
 #include "catalog/cross_tables.h"
@@ -170,6 +172,71 @@ TEST_F(CrossTableTest, BrowsersWalkSlotsOfOneClass) {
     EXPECT_EQ(walk(true, 10, -1), (std::vector<long>{300, 12}));
     EXPECT_EQ(walk(true, 17, -1), (std::vector<long>{-1}));  // dark nebulae aren't browsed
     EXPECT_EQ(walk(false, 11, -1), (std::vector<long>{102, 12}));
+}
+
+TEST_F(CrossTableTest, MessierBrowserStopsAtOneHundredAndTen) {
+    Bytes m;
+    Put(m, 0, {0x04, 0x0A, 0x00});          // M 1: galaxy 10
+    Put(m, 3, {0x01, 0x0B, 0x00});          // M 2: globular 11
+    Put(m, 6, {0xFF, 0x0C, 0x00});          // M 3: none
+    Put(m, 9, {0x04, 0x00, 0x00});          // M 4: galaxy record 0 still counts
+    Put(m, 327, {0x04, 0x0D, 0x00});        // M 110: galaxy 13
+    Put(m, 330, {0x04, 0x0E, 0x00});        // M 111: beyond the list
+    WriteFileBytes("m.bin", m);
+    const auto walk = [](int objectClass) {
+        MessierBrowser browser;
+        if (!beginMessierBrowse(&browser, objectClass)) return std::vector<long>{-1};
+        std::vector<long> seen;  // Messier number, then the record
+        int messier = 0;
+        CrossHit hit;
+        while (nextMessierBrowse(&browser, &messier, &hit)) {
+            seen.push_back(messier);
+            seen.push_back(hit.record);
+        }
+        return seen;
+    };
+    EXPECT_EQ(walk(6), (std::vector<long>{1, 10, 4, 0, 110, 13}));
+    EXPECT_EQ(walk(11), (std::vector<long>{2, 11}));
+    EXPECT_EQ(walk(10), (std::vector<long>{}));
+    EXPECT_EQ(walk(7), (std::vector<long>{-1}));  // quasars aren't browsed by Messier number
+}
+
+TEST_F(CrossTableTest, CommonNameBrowserByClassAndPattern) {
+    Bytes names, cross;
+    const struct {
+        const char* name;
+        uint8_t crossClass;
+        uint8_t record;
+    } rows[] = {
+        {"Andromeda Galaxy", 4, 1}, {"Crab Nebula", 2, 2},       {"Whirlpool Galaxy", 4, 3},
+        {"Horsehead Nebula", 7, 4}, {"Stephan's Quintet", 6, 5}, {"Antennae", 4, 6},
+    };
+    for (size_t i = 0; i < std::size(rows); ++i) {
+        PutText(names, i * 32, rows[i].name, 32);
+        Put(cross, i * 5, {rows[i].crossClass, rows[i].record, 0, 0, 0});
+    }
+    PutText(names, 126 * 32, "", 32);
+    PutLe(cross, 126 * 5, 0, 5);
+    WriteFileBytes("cnames.bin", names);
+    WriteFileBytes("cn_cross.bin", cross);
+    const auto walk = [](int objectClass, const char* pattern) {
+        CommonNameBrowser browser;
+        std::vector<std::string> seen;
+        if (!beginCommonNameBrowse(&browser, objectClass, pattern)) return std::vector<std::string>{"closed"};
+        int row = 0;
+        char name[kCommonNameSize];
+        CrossHit hit;
+        while (nextCommonNameBrowse(&browser, &row, name, &hit))
+            seen.push_back(std::to_string(row) + " " + name + " " + std::to_string(hit.record));
+        return seen;
+    };
+    using Seen = std::vector<std::string>;
+    EXPECT_EQ(walk(6, "*"), (Seen{"0 Andromeda Galaxy 1", "2 Whirlpool Galaxy 3", "5 Antennae 6"}));
+    EXPECT_EQ(walk(6, "an"), (Seen{"0 Andromeda Galaxy 1", "5 Antennae 6"}));
+    EXPECT_EQ(walk(6, nullptr), walk(6, ""));
+    EXPECT_EQ(walk(17, ""), (Seen{"3 Horsehead Nebula 4"}));  // dark nebulae and groups have names too
+    EXPECT_EQ(walk(16, ""), (Seen{"4 Stephan's Quintet 5"}));
+    EXPECT_EQ(walk(9, "Horse"), (Seen{}));
 }
 
 }  // namespace

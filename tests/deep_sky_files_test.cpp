@@ -521,6 +521,29 @@ TEST_F(DeepSkyFileTest, PkAndPngRuns) {
     EXPECT_EQ(lookupPng(g.get(), 361, -570), -1);
 }
 
+TEST_F(DeepSkyFileTest, PngBrowserWalksTheRunsInOrder) {
+    Bytes png;
+    // Index rows of 6 bytes: offset, count. Run 0 has two entries, run 36
+    // one empty slot and one entry, run 359 one; run 360 lies beyond the
+    // browse.
+    Put(png, 0, {0xA0, 0x08, 0x00, 0x00, 0x02, 0x00});    // 2208
+    Put(png, 216, {0xAA, 0x08, 0x00, 0x00, 0x02, 0x00});  // 2218
+    Put(png, 2154, {0xB4, 0x08, 0x00, 0x00, 0x01, 0x00});  // 2228
+    Put(png, 2160, {0xB9, 0x08, 0x00, 0x00, 0x01, 0x00});  // 2233
+    Put(png, 2208, {0x03, 0x32, 0x00, 0x05, 0x00, 0x09, 0xF6, 0xFF, 0x06, 0x00});
+    Put(png, 2218, {0x00, 0x00, 0x00, 0xFF, 0xFF, 0x01, 0xC5, 0xFD, 0x01, 0x00});
+    Put(png, 2228, {0x09, 0x84, 0x03, 0x02, 0x01});
+    Put(png, 2233, {0x00, 0x00, 0x00, 0x03, 0x01});
+    WriteFileBytes("PNG.bin", png);
+    PngBrowser browser;
+    ASSERT_EQ(beginPngBrowse(&browser), 1);
+    std::vector<long> seen;  // longitude and latitude in tenths, record
+    int l = 0, b = 0;
+    long record = 0;
+    while (nextPngBrowse(&browser, &l, &b, &record)) seen.insert(seen.end(), {l, b, record});
+    EXPECT_EQ(seen, (std::vector<long>{3, 50, 5, 9, -10, 6, 361, -571, 1, 3599, 900, 258}));
+}
+
 // `rows` sorted names of `size` bytes: "A0000", "A0002", ...
 Bytes SortedNames(long rows, size_t size) {
     Bytes b;

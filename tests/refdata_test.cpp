@@ -13,6 +13,7 @@
 #include <string>
 #include <vector>
 
+#include "astro/precession.h"
 #include "base/le_bytes.h"
 #include "base/record_layout.h"
 #include "base/string_helpers.h"
@@ -391,6 +392,34 @@ TEST_F(RefdataTest, PlacesFallInThePublishedConstellations) {
         const int zone = constellationOfPlace(Radians(c.ra), Radians(c.dec));
         EXPECT_EQ(zone, c.zone);
         EXPECT_EQ(ZoneAbbreviation(zone), c.abbreviation);
+    }
+}
+
+// The eight test positions published with the boundary table (Roman 1987,
+// PASP 99, 695), given for the equinox of 1950 and precessed here to the
+// boundaries' own B1875.0.
+TEST_F(RefdataTest, TheBoundaryTablesTestPositions) {
+    struct Case {
+        double hours, degrees;
+        const char* abbreviation;
+    };
+    const Case cases[] = {
+        {9.0, 65.0, "UMa"},       {23.5, -20.0, "Aqr"},      {5.12, 9.12, "Ori"},
+        {9.4555, -19.9, "Hya"},   {12.8888, 22.0, "Com"},    {15.6687, -12.1234, "Lib"},
+        {19.0, -40.0, "CrA"},     {6.2222, -81.1234, "Men"},
+    };
+    // B1950.0 and B1875.0 in Julian centuries from J2000.0.
+    constexpr double kB1950 = (2433282.4235 - 2451545.0) / 36525.0;
+    constexpr double kB1875 = (2405889.258550475 - 2451545.0) / 36525.0;
+    PrecessionContext context;
+    ASSERT_EQ(PrecessionPrepare(&context, kB1950, kB1875, kFk5, kFk5), 1);
+    FilePtr conrect = openConstellationRectangles();
+    ASSERT_TRUE(conrect);
+    for (const Case& c : cases) {
+        double ra = c.hours * std::numbers::pi / 12, dec = Radians(c.degrees);
+        PrecessionApply(&context, &ra, &dec, 0.0, 0.0, 0);
+        EXPECT_EQ(ZoneAbbreviation(constellationOfB1875Place(conrect.get(), ra, dec)), c.abbreviation)
+            << c.hours << " h " << c.degrees << " deg";
     }
 }
 
