@@ -2,6 +2,7 @@
 
 #include <cctype>
 #include <cerrno>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 
@@ -180,10 +181,22 @@ int Dc(FILE* f, const std::string& t, long* out) {
     return 1;
 }
 
+// "064.7+05.0" or "64.7 5.0", a leading "G" allowed: longitude and
+// latitude, rounded to tenths.
+int Png(FILE* f, const std::string& t, long* out) {
+    double longitude, latitude;
+    char tail = 0;
+    const char* text = t.c_str() + (t.rfind('G', 0) == 0 ? 1 : 0);
+    if (std::sscanf(text, "%lf%lf%c", &longitude, &latitude, &tail) != 2) return -1;
+    out[0] = lookupPng(f, static_cast<int>(std::lround(longitude * 10)), static_cast<int>(std::lround(latitude * 10)));
+    return 1;
+}
+
 const TextIndex kTextIndexes[] = {
     {"mcg", kCatMcg, "mcg takes ZONE-FIELD-NUMBER[PART] (mcg +07-02-016)", Mcg, false},
     {"eso", kCatEsob, "eso takes FIELD NUMBER[SUFFIX] (eso 56 115)", Eso, false},
     {"pk", kCatPk, "pk takes LON+LAT (pk 164+31.1)", Pk, true},
+    {"png", kCatPng, "png takes LON+LAT (png 064.7+05.0)", Png, true},
     {"q", kCatQ, "q takes RA+DEC[SUFFIX] (q 0051+291)", Q, false},
     {"minkowski", kCatMinkowski, "minkowski takes A-B", Pair<lookupMinkowski>, true},
     {"haro", kCatHaro, "haro takes A-B", Pair<lookupHaro>, true},

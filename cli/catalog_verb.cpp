@@ -44,7 +44,7 @@ const char kCatalogDetails[] =
     "                 tables: each object found as CLASS RECORD), pgc, arp,\n"
     "                 mkn, ugc, palomar, terzan, ldn, barnard, sh, vdb, gum,\n"
     "                 rcw, lbn, abell, aro, ocl N.N, oc FAMILY N, mcg, eso,\n"
-    "                 pk, q, minkowski|haro|kohoutek|henize|pn_eso A-B,\n"
+    "                 pk, png, q, minkowski|haro|kohoutek|henize|pn_eso A-B,\n"
     "                 dc LON LAT, qso_des, pn_des, nebother, gdes and globule\n"
     "                 NAME (record numbers); a suffix letter\n"
     "                 is typed on the number (ngc 300B, barnard 83A).\n"

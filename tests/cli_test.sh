@@ -314,6 +314,16 @@ run catalog find minkowski 1-2
 check "find minkowski 1-2 answers planetary 7" test "$rc" -eq 0 -a "$out" = 7
 run catalog find minkowski 1-1
 check "an empty Minkowski slot answers nothing" test "$rc" -eq 1 -a -z "$out"
+# PN G: the run of longitude 63 (head at 63 x 6) holds one entry after the
+# 361 heads: tenth 1, latitude +13.9, planetary 7.
+put $stars/PNG.bin 378 76 08 00 00 01 00
+put $stars/PNG.bin 2166 01 8b 00 07 00
+run catalog find png 063.1+13.9
+check "find png 063.1+13.9 answers planetary 7" test "$rc" -eq 0 -a "$out" = 7
+run catalog find png 63.1 13.8
+check "find png at another latitude answers nothing" test "$rc" -eq 1 -a -z "$out"
+run catalog find png G063.1
+check "find png without a latitude is a usage error" test "$rc" -eq 2
 run catalog find bayer Xyz alpha
 check "an unknown constellation is a usage error" test "$rc" -eq 2
 run catalog --help

@@ -589,6 +589,10 @@ TEST_F(RefdataTest, CrossTablesLeadToTheirClassFiles) {
     ASSERT_EQ(readPlanetary(openPlanetaries().get(), RecordInClass(rows, "NGC6720", 0), &pn, kReadAll), 1);
     EXPECT_EQ(pn.designation, "NGC 6720");
     EXPECT_EQ(pn.diameterTenths, 762);  // 1.27 arc minutes
+    EXPECT_EQ(pn.pngLongitude, 631);  // PN G063.1+13.9
+    EXPECT_EQ(pn.pngLatitude, 139);
+    EXPECT_EQ(lookupPng(openPng().get(), 631, 139), RecordInClass(rows, "NGC6720", 0));
+    EXPECT_EQ(lookupLbn(openLbn().get(), 974), RecordInClass(rows, "NGC1976", 0));
     // Nothing under an unused number.
     CrossHit none[2];
     EXPECT_EQ(lookupMessierCross(m.get(), 40, none), 0);  // a double star

@@ -273,6 +273,60 @@ uint8_t NameRow(const DeepSkyObject& o) {
 
 // ---- Class files --------------------------------------------------------------
 
+// The PN G designation "PN G064.7+05.0" in tenths of a degree; false when
+// the identifiers hold none.
+bool PngIdentifier(const std::string& identifiers, int* longitude, int* latitude) {
+    for (size_t at = 0; (at = identifiers.find("PN G", at)) != std::string::npos; at += 4) {
+        double l = 0, b = 0;
+        if ((at == 0 || identifiers[at - 1] == ',') &&
+            std::sscanf(identifiers.c_str() + at + 4, "%lf%lf", &l, &b) == 2 && l >= 0 && l < 360.05) {
+            *longitude = static_cast<int>(std::lround(l * 10));
+            *latitude = static_cast<int>(std::lround(b * 10));
+            return true;
+        }
+    }
+    return false;
+}
+
+// The `PNG` index: a run head of 6 bytes for each whole longitude 0 to
+// 360, then each run's 5-byte entries (tenth, latitude, record) in order
+// of tenth and latitude.
+Image PngIndex(const std::vector<const DeepSkyObject*>& planetaries) {
+    constexpr int kRuns = 361;
+    std::map<int, std::map<std::pair<int, int>, long>> runs;  // degree -> (tenth, latitude) -> record
+    for (const DeepSkyObject* o : planetaries) {
+        int l = 0, b = 0;
+        if (PngIdentifier(o->identifiers, &l, &b)) runs[l / 10].emplace(std::make_pair(l % 10, b), o->record);
+    }
+    Image image(kRuns * RunLayout::kSize, 0);
+    for (const auto& [degree, entries] : runs) {
+        RunHead head;
+        head.offset = static_cast<uint32_t>(image.size());
+        head.count = static_cast<uint16_t>(entries.size());
+        EncodeRecord<RunLayout>(head, image.data() + degree * RunLayout::kSize);
+        for (const auto& [key, record] : entries) {
+            PngEntry entry;
+            entry.longitudeTenth = static_cast<uint8_t>(key.first);
+            entry.latitude = static_cast<int16_t>(key.second);
+            entry.record = static_cast<uint16_t>(record);
+            Append<PngEntryLayout>(image, entry);
+        }
+    }
+    return image;
+}
+
+// The `LBN` index: a u16 record for each number 1 to 1627, 65535 none.
+Image LbnIndex(const std::vector<const DeepSkyObject*>& nebulae) {
+    constexpr long kLast = 1627;
+    Image image(kLast * 2, 0xFF);
+    for (const DeepSkyObject* o : nebulae) {
+        const long n = Identifier(o->identifiers, "LBN");
+        if (n >= 1 && n <= kLast && le::GetU16(image.data() + (n - 1) * 2) == 65535)
+            le::PutU16(image.data() + (n - 1) * 2, static_cast<uint16_t>(o->record));
+    }
+    return image;
+}
+
 Image GalaxyFile(const std::vector<const DeepSkyObject*>& objects) {
     Image image;
     for (const DeepSkyObject* o : objects) {
@@ -359,6 +413,11 @@ Image PlanetaryFile(const std::vector<const DeepSkyObject*>& objects) {
         r.commonNameRowPlus1 = static_cast<uint8_t>(o->commonNameRow + 1);
         r.magnitude = Tenths(o->magnitude, 255);
         r.diameter = Scaled16(o->major, 600, 65535);  // tenths of an arc second
+        int l = 0, b = 0;
+        if (PngIdentifier(o->identifiers, &l, &b)) {
+            r.pngLongitude = static_cast<int16_t>(l);
+            r.pngLatitude = static_cast<int16_t>(b);
+        }
         Append<PlanetaryLayout>(image, r);
     }
     return image;
@@ -597,6 +656,8 @@ bool MakeDeepSkyImages(const std::string& source, DeepSkyImages* out, std::strin
         {kCatUgc, ugc},
         {kCatMcg, McgIndex(designated)},
         {kCatEsob, EsoIndex(designated)},
+        {kCatPng, PngIndex(list(kPlanetary))},
+        {kCatLbn, LbnIndex(list(kDiffuse))},
     };
     const char* names[] = {"galaxies",          "galaxy groups",     "open clusters",
                            "globular clusters", "planetary nebulae", "bright nebulae",
