@@ -1,22 +1,34 @@
 #include "astro/planet_files.h"
 
+#include "astro/bodies.h"
 #include "astro/nutation.h"
+#include "astro/planet_series.h"
+#include "astro/satellite_table.h"
 
 namespace {
 std::string g_folder;
-}
+bool g_loaded = false;
+}  // namespace
 
-// The nutation table is the first of the engine's tables to be read; the
-// planet, Moon and Pluto tables follow with the planet theory itself.
 int PlanetFilesOpen(const char* folder) {
-    g_folder = folder;
-    NutationLoad(folder);
-    return 0;
+    if (g_loaded) return 1;
+    PlanetFilesClose();
+    g_folder = folder ? folder : "";
+    const char* f = g_folder.c_str();
+    if (!PlanetSeriesLoad(f) || !NutationLoad(f) || !MoonTableLoad(f) || !PlutoTableLoad(f) ||
+        !SatelliteTableLoad(f))
+        return 0;
+    g_loaded = true;
+    return 1;
 }
 
 void PlanetFilesClose() {
+    PlanetSeriesFree();
     NutationFree();
-    g_folder.clear();
+    MoonTableFree();
+    PlutoTableFree();
+    SatelliteTableFree();
+    g_loaded = false;
 }
 
 const std::string& PlanetFilesFolder() { return g_folder; }

@@ -17,6 +17,7 @@ inline constexpr int kBodyCount = 12;
 int PlanetSeriesLoad(const char* folder);
 int PlutoTableLoad(const char* folder);
 void PlanetSeriesFree();
+void PlutoTableFree();
 bool PlanetSeriesLoaded();
 bool PlutoTableLoaded();
 

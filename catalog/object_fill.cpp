@@ -4,6 +4,8 @@
 #include <numbers>
 #include <vector>
 
+#include "astro/bodies.h"
+#include "astro/precession.h"
 #include "catalog/catalogue_codes.h"
 #include "catalog/catalogue_files.h"
 #include "catalog/cluster_files.h"
@@ -95,6 +97,40 @@ int ReadConstellation(ObjectRecord* r, uint32_t pid) {
     return 1;
 }
 
+// A major body of the solar system, PID 0 to 11 the body id: its mean place
+// of date taken back to J2000, and its distance in au for the parallax of
+// the common tail. The Earth has no place seen from itself and keeps 0.
+int ReadMajorBody(ObjectRecord* r, uint32_t pid, const Instant* instant, double* distanceAu) {
+    if (pid >= static_cast<uint32_t>(kBodyCount) || !PlanetSeriesLoaded()) return 0;
+    if (pid == kMoon || pid == kEarthShadow) {
+        if (!MoonTableLoaded()) return 0;
+    }
+    if (pid == kPluto && !PlutoTableLoaded()) return 0;
+    Instant at = *instant;  // BodyPlace lends Pluto the J2000 obliquity for the call
+    double earth[3];
+    EarthHeliocentric(&at, earth);
+    BodyState body;
+    body.bodyId = static_cast<int16_t>(pid);
+    if (!BodyPlace(&at, earth, &body)) return 0;
+    double ra = body.meanRa, dec = body.meanDec;
+    PrecessionContext back;
+    PrecessionPrepare(&back, instant->tDyn, 0.0, kFk5, kFk5);
+    PrecessionApply(&back, &ra, &dec, 0.0, 0.0, 0);
+    r->pid = pid;
+    r->raJ2000 = pid == kEarth ? 0.0 : ra;
+    r->decJ2000 = pid == kEarth ? 0.0 : dec;
+    r->pmRa = r->pmDec = 0;
+    // The magnitudes and discs come with the physical data of the bodies;
+    // the shadow's cone is known here.
+    r->magnitude = r->magnitude2 = 99.9f;
+    r->sizeMajor = static_cast<float>(body.equatorialDiameter);
+    r->sizeMinor = static_cast<float>(body.polarDiameter);
+    r->sizeDefault = r->sizeMajor;
+    const bool inKilometres = pid == kMoon || pid == kEarthShadow;
+    *distanceAu = inKilometres ? body.geoDistance / 149597870.0 : body.geoDistance;
+    return 1;
+}
+
 }  // namespace
 
 int readStarObject(ObjectRecord* r, uint32_t pid, const Instant* instant) {
@@ -146,7 +182,11 @@ int refillByIdentity(ObjectRecord* r, double riseSetStart, double riseSetEnd, co
                            objectClass == kClassUserComet || objectClass == kClassUserMinorPlanet;
     if (needsSite && (!site || !instant)) return 0;
     int count = 0;
+    double distanceAu = 0.0;
     switch (objectClass) {
+        case kClassMajorBody:
+            count = ReadMajorBody(r, r->pid, instant, &distanceAu);
+            break;
         case kClassStar:
             count = readStarObject(r, r->pid, instant);
             break;
@@ -185,10 +225,9 @@ int refillByIdentity(ObjectRecord* r, double riseSetStart, double riseSetEnd, co
         case kClassDarkNebula:
             count = ReadDeepSky<DarkNebulaData>(r, r->pid, [] { return openDn(0); }, readDarkNebula);
             break;
-        // The solar-system bodies (2) come with the planet theory, the orbit
-        // classes (3, 4, 13, 14) with their element stores, and the user's
-        // own stars and deep-sky objects (12, 18) with their stores; until
-        // then their objects are not found.
+        // The orbit classes (3, 4, 13, 14) come with their element stores,
+        // and the user's own stars and deep-sky objects (12, 18) with their
+        // stores; until then their objects are not found.
         default:
             return 0;
     }
@@ -196,7 +235,7 @@ int refillByIdentity(ObjectRecord* r, double riseSetStart, double riseSetEnd, co
     const int zone = constellationOfPlace(r->raJ2000, r->decJ2000);
     r->constellation = static_cast<uint8_t>(zone < 0 ? 255 : zone);
     if (site && instant)
-        applyObjectPlace(r, site, instant, 0.0);
+        applyObjectPlace(r, site, instant, distanceAu);
     else
         computeGridKeys(r);
     return count;

@@ -10,8 +10,10 @@
 
 #include "base/control_escape.h"
 #include "base/windows_text.h"
+#include "cli/body_verb.h"
 #include "cli/catalog_verb.h"
 #include "cli/object_verb.h"
+#include "cli/observer_options.h"
 #include "legacy/import_instruments.h"
 #include "legacy/import_locations.h"
 #include "legacy/legacy_instruments.h"
@@ -34,6 +36,7 @@ struct Verb {
     const char* name;
     const char* synopsis;
     const char* details;
+    bool observer = false;  // takes --site, --at and --dynamical
 };
 
 constexpr Verb kVerbs[] = {
@@ -78,7 +81,8 @@ constexpr Verb kVerbs[] = {
      "                 when there is none. Writes nothing, not even ferry2.ini;\n"
      "                 exits 1 when it found a problem.\n"},
     {"catalog", kCatalogSynopsis, kCatalogDetails},
-    {"object", kObjectSynopsis, kObjectDetails},
+    {"object", kObjectSynopsis, kObjectDetails, true},
+    {"body", kBodySynopsis, kBodyDetails, true},
 };
 
 const char kAbout[] =
@@ -117,8 +121,13 @@ void PrintUsage(FILE* out, const Verb* verb) {
     }
     if (!verb) std::fputs("       ferry2-cli [VERB] --help\n", out);
     std::fprintf(out, "\n%s\n%s\n", kAbout, kCommonOptions);
+    bool observer = false;
     for (const Verb& v : kVerbs)
-        if (!verb || verb == &v) std::fputs(v.details, out);
+        if (!verb || verb == &v) {
+            std::fputs(v.details, out);
+            observer = observer || v.observer;
+        }
+    if (observer) std::fputs(kObserverOptionsHelp, out);
     std::fprintf(out, "\n%s", kOutputAndStatus);
 }
 
@@ -152,13 +161,17 @@ bool ParseRows(const char* text, std::vector<size_t>& rows) {
     return !rows.empty();
 }
 
+// The verbs that parse their own words and options.
+bool TakesWordsAsTheyAre(const std::string& verb) {
+    return verb == "catalog" || verb == "object" || verb == "body";
+}
+
 bool ParseArgs(int argc, char** argv, Options& o) {
     std::vector<std::string> words;
     for (int i = 1; i < argc; ++i) {
         const std::string a = argv[i];
         // After "catalog" every word is a key: "-05" is a zone, not an option.
-        if (!words.empty() && (words[0] == "catalog" || words[0] == "object") && a != "--help" &&
-            a != "-h") {
+        if (!words.empty() && TakesWordsAsTheyAre(words[0]) && a != "--help" && a != "-h") {
             o.catalogWords.push_back(a);
             continue;
         }
@@ -180,8 +193,7 @@ bool ParseArgs(int argc, char** argv, Options& o) {
     if (!words.empty()) o.verb = words[0];
     if (o.help) return o.verb.empty() || FindVerb(o.verb);
     if (o.verb == "check") return words.size() == 1 && !o.haveRows;
-    if (o.verb == "catalog" || o.verb == "object")
-        return !o.catalogWords.empty() && !o.haveRows && !o.haveLegacy;
+    if (TakesWordsAsTheyAre(o.verb)) return !o.catalogWords.empty() && !o.haveRows && !o.haveLegacy;
     if (words.size() != 2) return false;
     o.subject = words[1];
     if (o.verb != "list" && o.verb != "import") return false;
@@ -302,6 +314,7 @@ int main(int argc, char** argv) {
     }
     if (o.verb == "catalog") return RunCatalog(o.catalogWords);
     if (o.verb == "object") return RunObject(o.catalogWords);
+    if (o.verb == "body") return RunBody(o.catalogWords);
 
     JobHost host;
     host.showMessage = PrintMessage;

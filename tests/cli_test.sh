@@ -281,7 +281,7 @@ run object 5 1 --at 2000-01-01T12:00 --site -111.6,31.96,2100
 check "object 5 1 exits 0" test "$rc" -eq 0
 for field in '"raJ2000": 4.87356315567964' '"objectClass": 5' '"PID": 1' '"classMask": 16' \
     '"magnitude": 0.029999999' '"site": {"longitude": -111.6, "latitude": 31.96, "height": 2100}' \
-    '"instant": {"ut": "2000-01-01T12:00:00", "jd": 2451545.0000000000}'; do
+    '"instant": {"ut": "2000-01-01T12:00:00", "jd": 2451545.0000000000, "timeScale": "UT"}'; do
     check "object 5 1 has $field" grep -qF "$field" <<<"$out"
 done
 run object fixed 83.82 -5.39 --at 2026-11-22T22:00
@@ -292,6 +292,14 @@ check "an object not in the file exits 1" test "$rc" -eq 1 -a -z "$out"
 for bad in "fixed 400 0" "5" "21 1" "5 1 --at 2026-13-01T00:00" "5 1 --site 0"; do
     run object $bad
     check "object $bad is a usage error" test "$rc" -eq 2
+done
+run object 2 10 --at 2000-01-01T12:00
+check "the Moon without the planet tables is not found" test "$rc" -eq 1 -a -z "$out"
+run body 10
+check "body without the planet tables exits 1" test "$rc" -eq 1 -a -z "$out"
+for bad in "12" "-1" "1.5" "" "3 4" "10 --at 1992-04-12"; do
+    run body $bad
+    check "body $bad is a usage error" test "$rc" -eq 2
 done
 # Deep sky: M 31 is galaxy record 5, whose place sits at bytes 22 to 29;
 # NGC 224's row names two galaxies under the bare number.
