@@ -19,7 +19,10 @@ struct PlanetSeries {
     std::vector<PlanetTerm> terms;
 };
 
+// Each record's block as read; a failed open keeps the records read before
+// it (PlanetFilesClose frees them), and only a whole read counts as loaded.
 std::unique_ptr<PlanetSeries[]> gPlanets;
+bool gPlanetsComplete = false;
 std::unique_ptr<PlutoMultiplierRow[]> gPlutoMultipliers;
 std::unique_ptr<PlutoAmplitudeRow[]> gPlutoAmplitudes;
 
@@ -31,6 +34,7 @@ bool ReadExactly(FILE* f, uint8_t* bytes, size_t size) { return std::fread(bytes
 
 // The terms of one record: one seek to its first term, one read of the sum
 // of its counts.
+// A record whose terms are not all there is left empty.
 bool ReadTerms(FILE* f, const PlanetIndexRecord& index, PlanetSeries* out) {
     long total = 0;
     for (const auto& coordinate : index.count)
@@ -127,13 +131,13 @@ int PlanetSeriesLoad(const char* folder) {
     if (!ndx || !bin) return 0;
     uint8_t image[kPlanetRecords * PlanetIndexLayout::kSize];
     if (!ReadExactly(ndx.get(), image, sizeof image)) return 0;
-    auto planets = std::make_unique<PlanetSeries[]>(kPlanetRecords);
+    gPlanets = std::make_unique<PlanetSeries[]>(kPlanetRecords);
     for (int r = 0; r < kPlanetRecords; ++r) {
         PlanetIndexRecord index;
         DecodeRecord<PlanetIndexLayout>(image + r * PlanetIndexLayout::kSize, index);
-        if (!ReadTerms(bin.get(), index, &planets[r])) return 0;
+        if (!ReadTerms(bin.get(), index, &gPlanets[r])) return 0;
     }
-    gPlanets = std::move(planets);
+    gPlanetsComplete = true;
     return 1;
 }
 
@@ -156,9 +160,12 @@ int PlutoTableLoad(const char* folder) {
     return 1;
 }
 
-void PlanetSeriesFree() { gPlanets.reset(); }
+void PlanetSeriesFree() {
+    gPlanets.reset();
+    gPlanetsComplete = false;
+}
 
-bool PlanetSeriesLoaded() { return gPlanets != nullptr; }
+bool PlanetSeriesLoaded() { return gPlanetsComplete; }
 
 bool PlutoTableLoaded() { return gPlutoMultipliers != nullptr; }
 

@@ -13,7 +13,9 @@ inline constexpr int kSun = 0, kMercury = 1, kVenus = 2, kEarth = 3, kMars = 4, 
 inline constexpr int kBodyCount = 12;
 
 // The planet series and the Pluto series as loaded by PlanetFilesOpen; the
-// loaders answer 0 on a missing or short file and keep nothing of it.
+// loaders answer 0 on a missing or short file. The planet records read
+// before a short one stay until PlanetSeriesFree, and give their places;
+// "loaded" means every record was read.
 int PlanetSeriesLoad(const char* folder);
 int PlutoTableLoad(const char* folder);
 void PlanetSeriesFree();

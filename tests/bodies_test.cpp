@@ -233,8 +233,13 @@ TEST_F(PlanetFilesTest, ShortPlanetTermsAreRefused) {
     EXPECT_EQ(PlanetFilesOpen("./"), 0);
     EXPECT_FALSE(PlanetSeriesLoaded());
     double r[3] = {1, 1, 1};
+    HelioSpherical(kNeptune, 0.0, r);
+    EXPECT_EQ(r[2], 0.0);  // no terms, no place
     HelioSpherical(kMars, 0.0, r);
-    EXPECT_EQ(r[2], 0.0);  // no table, no place
+    EXPECT_NEAR(r[2], 1.391, 0.001);  // read before Neptune's record: kept until the close
+    PlanetFilesClose();
+    HelioSpherical(kMars, 0.0, r);
+    EXPECT_EQ(r[2], 0.0);
 }
 
 }  // namespace
