@@ -1,10 +1,11 @@
 #!/usr/bin/env bash
 # Builds ferry2-cli, writes the sample folders into sample/ (made afresh each
-# time), with a reference catalogue set from the public catalogues in
-# data/reference under sample/vesperal2/data/, and runs the location and
-# instrument imports there: each page's rows, each job's final message, the
-# lines they wrote to ferry2.log, a check of both folders afterwards, and a
-# look at one star of the reference set.
+# time), with a reference set from the public catalogues and series in
+# data/reference under sample/vesperal2/data/ and the planet engine's tables
+# in sample/vesperal2/solar/, and runs the location and instrument imports
+# there: each page's rows, each job's final message, the lines they wrote to
+# ferry2.log, a check of both folders afterwards, and a look at one star of
+# the reference set.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 top=$PWD
@@ -12,14 +13,14 @@ top=$PWD
 bash scripts/ensure-packages.sh cmake ninja-build g++
 
 cmake -S . -B build-sample -G Ninja -DCMAKE_BUILD_TYPE=Release -DFERRY2_TESTS=OFF >/dev/null
-cmake --build build-sample --target ferry2-cli make-sample make-refdata make-nutcon >/dev/null
+cmake --build build-sample --target ferry2-cli make-sample make-refdata >/dev/null
 
 rm -rf sample
 "$top/build-sample/make-sample" sample >/dev/null
-# vesperal.ini of the sample names data/small/, data/stars/ and data/gsc/.
-"$top/build-sample/make-refdata" sample/vesperal2/data >/dev/null
-# The engine's nutation table, from the published series, in the solar folder.
-"$top/build-sample/make-nutcon" astro/nutation-iau1980.csv sample/vesperal2/solar/nutcon.bin >/dev/null
+# vesperal.ini of the sample names data/small/, data/stars/ and data/gsc/ for
+# the catalogues and solar/ for the engine's tables (planets, Moon, Pluto,
+# nutation).
+"$top/build-sample/make-refdata" sample/vesperal2/data --solar sample/vesperal2/solar >/dev/null
 cd sample/vesperal2
 
 echo "\$ ferry2-cli --legacy ../legacy list locations"

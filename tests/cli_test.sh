@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
 # End-to-end run of ferry2-cli on the generated sample folders.
-# usage: cli_test.sh FERRY2_CLI MAKE_SAMPLE
+# usage: cli_test.sh FERRY2_CLI MAKE_SAMPLE SOLAR_TABLES_DIR
 set -u
 cli=$(realpath "$1")
 make_sample=$(realpath "$2")
+solar_tables=$(realpath "$3")
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 failures=0
@@ -301,6 +302,23 @@ for bad in "12" "-1" "1.5" "" "3 4" "10 --at 1992-04-12"; do
     run body $bad
     check "body $bad is a usage error" test "$rc" -eq 2
 done
+# With the planet tables in the solar-system folder (line 7 of vesperal.ini):
+# the Moon of 1992 April 12.0 TD at 368409.7 km and ecliptic longitude
+# 133.16266 degrees (2.32412... rad), as in Meeus's worked example 47.a.
+cp "$solar_tables"/PLANETS.NDX "$solar_tables"/PLANETS.BIN "$solar_tables"/moontab.bin \
+    "$solar_tables"/plutotab.bin "$solar_tables"/nutcon.bin solar/
+run body 10 --at 1992-04-12T00:00 --dynamical
+check "body 10 exits 0" test "$rc" -eq 0
+for field in '"bodyId": 10, "name": "Moon"' '"geoLongitude": 2.32412' '"geoDistance": 368409.6' \
+    '"instant": {"td": "1992-04-12T00:00:00"' '"timeScale": "dynamical"'; do
+    check "body 10 has $field" grep -qF "$field" <<<"$out"
+done
+run object 2 10 --at 1992-04-12T00:00 --dynamical
+check "object 2 10 is the Moon" grep -qF '"classMask": 2,' <<<"$out"
+check "object 2 10 has the Moon's J2000 place" grep -qF '"raJ2000": 2.35253' <<<"$out"
+run object 2 12 --at 1992-04-12T00:00
+check "object 2 12 is not a body" test "$rc" -eq 1
+rm solar/PLANETS.NDX solar/PLANETS.BIN solar/moontab.bin solar/plutotab.bin solar/nutcon.bin
 # Deep sky: M 31 is galaxy record 5, whose place sits at bytes 22 to 29;
 # NGC 224's row names two galaxies under the bare number.
 put $stars/m.bin 90 04 05 00

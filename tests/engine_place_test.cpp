@@ -36,7 +36,7 @@ Instant DynamicalInstant(double jde) {
     i.tDyn = JdToCenturies(jde);
     i.t = i.tDyn;
     i.meanObliquity = MeanObliquity(i.tDyn);
-    NutationLoad(FERRY2_NUTCON_DIR);
+    NutationLoad(FERRY2_SOLAR_DIR);
     NutationCompute(&i);
     return i;
 }

@@ -238,7 +238,7 @@ TEST(DeltaT, ObservedRowsInterpolateOnTheRowsOwnYear) {
 }
 
 TEST(InstantState, ScalesAndSiderealTimeOfMeeus12aAnd22a) {
-    ASSERT_EQ(NutationLoad(FERRY2_NUTCON_DIR), 1);
+    ASSERT_EQ(NutationLoad(FERRY2_SOLAR_DIR), 1);
     Site greenwich = MakeSite(0.0, 51.5, 0.0, DstRule{});
     Instant i;
     InstantSet(&i, &greenwich, 4, 10, 1987, 0.0, kUniversalTime);
@@ -263,7 +263,7 @@ TEST(InstantState, ScalesAndSiderealTimeOfMeeus12aAnd22a) {
 }
 
 TEST(Nutation, TableFileAndMeeus22a) {
-    const Bytes file = ReadFileBytes(std::string(FERRY2_NUTCON_DIR) + "nutcon.bin");
+    const Bytes file = ReadFileBytes(std::string(FERRY2_SOLAR_DIR) + "nutcon.bin");
     ASSERT_EQ(file.size(), 1116u);
     // The series' second row, 2062 sin 2 Omega, comes first (the leading term
     // is coded in the routine); row 5 is -13187 sin(2F - 2D + 2 Omega).
@@ -273,7 +273,7 @@ TEST(Nutation, TableFileAndMeeus22a) {
         EXPECT_EQ(PeekI16(file, 18 * 5 + 2 * c), sixth[c]) << c;
     }
 
-    ASSERT_EQ(NutationLoad(FERRY2_NUTCON_DIR), 1);
+    ASSERT_EQ(NutationLoad(FERRY2_SOLAR_DIR), 1);
     Instant i;
     i.tDyn = JdToCenturies(2446895.5);  // 1987 April 10, 0h TD
     NutationCompute(&i);

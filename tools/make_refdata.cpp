@@ -5,14 +5,18 @@
 // indexes, the IAU proper names (`csn`, `csn_alp`) and the variables that
 // have a lettered or V-number name (`vindex`, `vref`, `vnames`); the OpenNGC
 // deep-sky objects in their class files with the Messier, NGC, IC, PGC, UGC,
-// MCG, ESO and common-name tables; and the constellation files.
+// MCG, ESO and common-name tables; the constellation files; and the planet
+// engine's tables (PLANETS.NDX, PLANETS.BIN, moontab.bin, plutotab.bin,
+// nutcon.bin) from the published series in the source's solar/ folder.
 //
-//   make-refdata OUTDIR [--source DIR]
+//   make-refdata OUTDIR [--source DIR] [--solar DIR]
 //
 // OUTDIR/small/ receives the files of the small-data root, OUTDIR/stars/
-// those of the star root, and OUTDIR/gsc/ is made empty. Catalogues the
-// sources cannot fill (PPM, BD, CD, CP, GC, Tycho, GSC, CCDM, ...) are not
-// written: a missing file means "not found" to the readers.
+// those of the star root, and OUTDIR/gsc/ is made empty; the engine's
+// tables go to the solar folder, OUTDIR/solar/ unless --solar names
+// another. Catalogues the sources cannot fill (PPM, BD, CD, CP, GC, Tycho,
+// GSC, CCDM, ...) are not written: a missing file means "not found" to the
+// readers.
 #include <algorithm>
 #include <cctype>
 #include <cmath>
@@ -38,6 +42,7 @@
 #include "catalog/variable_stars.h"
 #include "tools/refdata_constellations.h"
 #include "tools/refdata_deep_sky.h"
+#include "tools/refdata_solar.h"
 #include "tools/refdata_sources.h"
 
 #ifndef FERRY2_REFDATA_SOURCE
@@ -78,6 +83,7 @@ struct ReferenceSet {
     std::vector<std::string> notes;  // index slots that could not take a star
     ConstellationImages constellations;
     DeepSkyImages deepSky;
+    std::vector<SolarFile> solar;
 };
 
 // ---- Building --------------------------------------------------------------
@@ -429,7 +435,19 @@ std::string ReadmeText(const ReferenceSet& set) {
         "               the 89 constellation zones (Serpens Caput and Cauda apart):\n"
         "               names and label points, J2000 boxes, and the B1875.0\n"
         "               boundaries as rectangles\n"
-        "gsc/           empty\n\n"
+        "gsc/           empty\n"
+        "solar/         the solar-system folder (or the one given with --solar)\n"
+        "  PLANETS.NDX, PLANETS.BIN\n"
+        "               the VSOP87 series of the planets, each series cut to its\n"
+        "               largest terms (the abridged series of Meeus, Astronomical\n"
+        "               Algorithms, Appendix III): record 0 the Earth on the ecliptic\n"
+        "               of J2000 (VSOP87B), records 1 to 8 Mercury to Neptune on the\n"
+        "               ecliptic and equinox of date (VSOP87D)\n"
+        "  moontab.bin  the Moon's 60 terms of longitude and distance and 60 of\n"
+        "               latitude (abridged ELP-2000/82)\n"
+        "  plutotab.bin Pluto's 43 periodic terms (J2000)\n"
+        "  nutcon.bin   62 terms of the IAU 1980 nutation (the largest one is coded\n"
+        "               in the program)\n\n"
         "Deep-sky counts: " +
         [&] {
             std::string counts;
@@ -462,7 +480,15 @@ std::string ReadmeText(const ReferenceSet& set) {
         "  from a Position\", PASP 99, 695 (1987); CDS catalogue VI/42 (the IAU\n"
         "  boundaries of Delporte 1930 at B1875.0). Free use with acknowledgement of\n"
         "  Roman 1987 and CDS VI/42. Constellation names: the IAU's list; label\n"
-        "  points computed from the boundaries.\n";
+        "  points computed from the boundaries.\n"
+        "  VSOP87 by P. Bretagnon and G. Francou (A&A 202, 309, 1988), Bureau des\n"
+        "  Longitudes / IMCCE, CDS catalogue VI/81 (VSOP87B.ear, VSOP87D.*). No licence\n"
+        "  stated; distributed freely for scientific use; cite Bretagnon & Francou 1988.\n"
+        "  The Moon's and Pluto's terms: J. Meeus, Astronomical Algorithms, 2nd ed.\n"
+        "  (1998), Tables 47.A and 47.B (the abridged ELP-2000/82 of M. Chapront-Touze\n"
+        "  and J. Chapront) and 37.A. Published coefficients; cite the book.\n"
+        "  Nutation: the IAU 1980 theory (Seidelmann 1982), its 63 terms of at least\n"
+        "  0.0003\". Published coefficients.\n";
     if (!set.deepSky.notes.empty()) {
         t += "\nDeep-sky notes:\n";
         for (const std::string& note : set.deepSky.notes) t += "  " + note + "\n";
@@ -474,7 +500,7 @@ std::string ReadmeText(const ReferenceSet& set) {
     return t;
 }
 
-bool WriteSet(const std::string& out, ReferenceSet& set) {
+bool WriteSet(const std::string& out, const std::string& solar, ReferenceSet& set) {
     const std::vector<LongStarRecord> records = StarRecords(set);
     Image stars;
     for (const LongStarRecord& r : records) Append<LongStarLayout>(stars, r);
@@ -524,6 +550,13 @@ bool WriteSet(const std::string& out, ReferenceSet& set) {
             return false;
         }
     }
+    for (const SolarFile& file : set.solar) {
+        const std::string path = solar + "/" + file.name;
+        if (!WriteImage(path, file.bytes)) {
+            std::fprintf(stderr, "make-refdata: cannot write %s\n", path.c_str());
+            return false;
+        }
+    }
     if (!WriteImage(out + "/README.txt", [&] {
             const std::string text = ReadmeText(set);
             return Image(text.begin(), text.end());
@@ -534,9 +567,33 @@ bool WriteSet(const std::string& out, ReferenceSet& set) {
     return true;
 }
 
+constexpr const char* kUsage = "usage: make-refdata OUTDIR [--source DIR] [--solar DIR]\n";
+
 int Usage() {
-    std::fprintf(stderr, "usage: make-refdata OUTDIR [--source DIR]\n");
+    std::fputs(kUsage, stderr);
     return 2;
+}
+
+int Help() {
+    std::fputs(kUsage, stdout);
+    std::fputs(
+        "\n"
+        "Writes a small reference set in the program's file formats from the public\n"
+        "catalogues and series in the source folder (--source; by default\n"
+        FERRY2_REFDATA_SOURCE "):\n"
+        "  OUTDIR/stars/   stars.bin with its HR, HD, SAO, HIP, Flamsteed and Bayer\n"
+        "                  indexes, csn.bin, vindex.bin, vref.bin, vnames.bin; gal.bin\n"
+        "                  with the PGC, UGC, MCG, ESO, PN G, LBN, Messier, NGC, IC and\n"
+        "                  common-name tables\n"
+        "  OUTDIR/small/   csn_alp.bin, the other deep-sky class files, connames.bin,\n"
+        "                  conbound.bin, conrect.bin\n"
+        "  OUTDIR/gsc/     empty\n"
+        "  OUTDIR/README.txt  what the set holds, its sources and their licences\n"
+        "  solar folder    PLANETS.NDX, PLANETS.BIN, moontab.bin, plutotab.bin and\n"
+        "                  nutcon.bin, from the series in the source's solar/ folder;\n"
+        "                  OUTDIR/solar/ unless --solar names another\n",
+        stdout);
+    return 0;
 }
 
 }  // namespace
@@ -544,9 +601,14 @@ int Usage() {
 int main(int argc, char** argv) {
     std::string out;
     std::string source = FERRY2_REFDATA_SOURCE;
+    std::string solar;
     for (int i = 1; i < argc; ++i) {
-        if (std::strcmp(argv[i], "--source") == 0 && i + 1 < argc)
+        if (std::strcmp(argv[i], "--help") == 0)
+            return Help();
+        else if (std::strcmp(argv[i], "--source") == 0 && i + 1 < argc)
             source = argv[++i];
+        else if (std::strcmp(argv[i], "--solar") == 0 && i + 1 < argc)
+            solar = argv[++i];
         else if (argv[i][0] != '-' && out.empty())
             out = argv[i];
         else
@@ -554,13 +616,16 @@ int main(int argc, char** argv) {
     }
     if (out.empty()) return Usage();
     while (out.size() > 1 && out.back() == '/') out.pop_back();
+    if (solar.empty()) solar = out + "/solar";
+    while (solar.size() > 1 && solar.back() == '/') solar.pop_back();
 
     ReferenceSet set;
     std::string error;
     if (!ReadBrightStars(source + "/bright-stars.csv", &set.catalogue, &error) ||
         !ReadStarNames(source + "/star-names.csv", &set.names, &error) || !TieNames(set, &error) ||
         !MakeConstellationImages(source, &set.constellations, &error) ||
-        !MakeDeepSkyImages(source, &set.deepSky, &error)) {
+        !MakeDeepSkyImages(source, &set.deepSky, &error) ||
+        !MakeSolarImages(source + "/solar", &set.solar, &error)) {
         std::fprintf(stderr, "make-refdata: %s\n", error.c_str());
         return 1;
     }
@@ -578,15 +643,17 @@ int main(int argc, char** argv) {
     }
 
     if (!MakeFolders(out + "/small") || !MakeFolders(out + "/stars") ||
-        !MakeFolders(out + "/gsc")) {
-        std::fprintf(stderr, "make-refdata: cannot make the folders under %s\n", out.c_str());
+        !MakeFolders(out + "/gsc") || !MakeFolders(solar)) {
+        std::fprintf(stderr, "make-refdata: cannot make the folders under %s and %s\n",
+                     out.c_str(), solar.c_str());
         return 1;
     }
-    if (!WriteSet(out, set)) return 1;
-    std::printf("%lu stars, %lu names, %lu variables (%ld vref rows), %lu index notes -> %s\n",
+    if (!WriteSet(out, solar, set)) return 1;
+    std::printf("%lu stars, %lu names, %lu variables (%ld vref rows), %lu index notes -> %s;"
+                " solar tables -> %s\n",
                 static_cast<unsigned long>(set.catalogue.size()),
                 static_cast<unsigned long>(set.named.size()),
                 static_cast<unsigned long>(set.variables.size()), set.vrefRows,
-                static_cast<unsigned long>(set.notes.size()), out.c_str());
+                static_cast<unsigned long>(set.notes.size()), out.c_str(), solar.c_str());
     return 0;
 }
