@@ -14,6 +14,7 @@
 #include "cli/catalog_verb.h"
 #include "cli/object_verb.h"
 #include "cli/observer_options.h"
+#include "cli/user_objects.h"
 #include "legacy/import_instruments.h"
 #include "legacy/import_locations.h"
 #include "legacy/legacy_instruments.h"
@@ -83,6 +84,7 @@ constexpr Verb kVerbs[] = {
     {"catalog", kCatalogSynopsis, kCatalogDetails},
     {"object", kObjectSynopsis, kObjectDetails, true},
     {"body", kBodySynopsis, kBodyDetails, true},
+    {"add-objects", kUserObjectsSynopsis, kUserObjectsDetails},
 };
 
 const char kAbout[] =
@@ -107,9 +109,14 @@ const char kOutputAndStatus[] =
     "could not be added, or a catalogue lookup found nothing; 2 for a usage error or when start-up fails (data\n"
     "folders not found, Vesperal 1.x folder not accepted).\n";
 
+// The four verbs of the user's own objects share one help entry.
+bool IsUserObjectsVerb(const std::string& verb) {
+    return verb == "add-objects" || verb == "user-objects" || verb == "delete-object" || verb == "compact";
+}
+
 const Verb* FindVerb(const std::string& name) {
     for (const Verb& v : kVerbs)
-        if (name == v.name) return &v;
+        if (name == v.name || (IsUserObjectsVerb(name) && std::string(v.name) == "add-objects")) return &v;
     return nullptr;
 }
 
@@ -163,7 +170,7 @@ bool ParseRows(const char* text, std::vector<size_t>& rows) {
 
 // The verbs that parse their own words and options.
 bool TakesWordsAsTheyAre(const std::string& verb) {
-    return verb == "catalog" || verb == "object" || verb == "body";
+    return verb == "catalog" || verb == "object" || verb == "body" || IsUserObjectsVerb(verb);
 }
 
 bool ParseArgs(int argc, char** argv, Options& o) {
@@ -315,6 +322,7 @@ int main(int argc, char** argv) {
     if (o.verb == "catalog") return RunCatalog(o.catalogWords);
     if (o.verb == "object") return RunObject(o.catalogWords);
     if (o.verb == "body") return RunBody(o.catalogWords);
+    if (IsUserObjectsVerb(o.verb)) return RunUserObjects(o.verb, o.catalogWords);
 
     JobHost host;
     host.showMessage = PrintMessage;
