@@ -1,13 +1,11 @@
 #include <cmath>
 #include <memory>
-#include <string>
 
 #include "astro/bodies.h"
 #include "astro/frames.h"
 #include "astro/numeric.h"
 #include "astro/planet_tables.h"
-#include "base/file_utils.h"
-#include "base/record_layout.h"
+#include "astro/two_block_table.h"
 
 namespace {
 
@@ -46,20 +44,10 @@ void Combine(const int32_t (&multiplier)[4], const Multiples (&m)[4], double* s,
 
 int MoonTableLoad(const char* folder) {
     MoonTableFree();
-    FilePtr f = OpenFile((std::string(folder ? folder : "") + kMoonTableFileName).c_str(), "rb");
-    if (!f) return 0;
-    uint8_t image[kMoonTableSize];
-    if (std::fread(image, 1, sizeof image, f.get()) != sizeof image) return 0;
-    auto longitude = std::make_unique<MoonLongitudeRow[]>(kMoonRows);
-    auto latitude = std::make_unique<MoonLatitudeRow[]>(kMoonRows);
-    const uint8_t* second = image + kMoonRows * MoonLongitudeLayout::kSize;
-    for (int i = 0; i < kMoonRows; ++i) {
-        DecodeRecord<MoonLongitudeLayout>(image + i * MoonLongitudeLayout::kSize, longitude[i]);
-        DecodeRecord<MoonLatitudeLayout>(second + i * MoonLatitudeLayout::kSize, latitude[i]);
-    }
-    gLongitude = std::move(longitude);
-    gLatitude = std::move(latitude);
-    return 1;
+    return ReadTwoBlockTable<MoonLongitudeLayout, MoonLongitudeRow, MoonLatitudeLayout, MoonLatitudeRow>(
+               folder, kMoonTableFileName, kMoonRows, &gLongitude, &gLatitude)
+               ? 1
+               : 0;
 }
 
 void MoonTableFree() {

@@ -8,6 +8,7 @@
 #include "astro/numeric.h"
 #include "astro/planet_tables.h"
 #include "astro/spherical.h"
+#include "astro/two_block_table.h"
 #include "base/file_utils.h"
 #include "base/record_layout.h"
 
@@ -142,22 +143,11 @@ int PlanetSeriesLoad(const char* folder) {
 }
 
 int PlutoTableLoad(const char* folder) {
-    gPlutoMultipliers.reset();
-    gPlutoAmplitudes.reset();
-    FilePtr f = OpenFile(PathIn(folder, kPlutoTableFileName).c_str(), "rb");
-    if (!f) return 0;
-    uint8_t image[kPlutoTableSize];
-    if (!ReadExactly(f.get(), image, sizeof image)) return 0;
-    auto multipliers = std::make_unique<PlutoMultiplierRow[]>(kPlutoRows);
-    auto amplitudes = std::make_unique<PlutoAmplitudeRow[]>(kPlutoRows);
-    const uint8_t* second = image + kPlutoRows * PlutoMultiplierLayout::kSize;
-    for (int i = 0; i < kPlutoRows; ++i) {
-        DecodeRecord<PlutoMultiplierLayout>(image + i * PlutoMultiplierLayout::kSize, multipliers[i]);
-        DecodeRecord<PlutoAmplitudeLayout>(second + i * PlutoAmplitudeLayout::kSize, amplitudes[i]);
-    }
-    gPlutoMultipliers = std::move(multipliers);
-    gPlutoAmplitudes = std::move(amplitudes);
-    return 1;
+    PlutoTableFree();
+    return ReadTwoBlockTable<PlutoMultiplierLayout, PlutoMultiplierRow, PlutoAmplitudeLayout, PlutoAmplitudeRow>(
+               folder, kPlutoTableFileName, kPlutoRows, &gPlutoMultipliers, &gPlutoAmplitudes)
+               ? 1
+               : 0;
 }
 
 void PlanetSeriesFree() {

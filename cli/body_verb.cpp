@@ -64,12 +64,8 @@ void PrintState(const BodyState& b, const ObserverOptions& observer, const Insta
 int RunBody(const std::vector<std::string>& w) {
     ObserverOptions observer;
     std::vector<std::string> args;
-    for (size_t i = 0; i < w.size(); ++i) {
-        std::string why;
-        const int taken = TakeObserverOption(w, &i, &observer, &why);
-        if (taken < 0) return Usage(why.c_str());
-        if (taken == 0) args.push_back(w[i]);
-    }
+    std::string why;
+    if (!SplitObserverOptions(w, &observer, &args, &why)) return Usage(why.c_str());
     double id = -1;
     if (args.size() != 1 || !ParseReal(args[0], &id) || id < 0 || id >= kBodyCount || id != static_cast<int>(id))
         return Usage("body takes one ID, 0 to 11");

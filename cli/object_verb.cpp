@@ -100,12 +100,8 @@ void PrintRecord(const ObjectRecord& r, const ObserverOptions& observer, const I
 int RunObject(const std::vector<std::string>& w) {
     ObserverOptions observer;
     std::vector<std::string> args;
-    for (size_t i = 0; i < w.size(); ++i) {
-        std::string why;
-        const int taken = TakeObserverOption(w, &i, &observer, &why);
-        if (taken < 0) return Usage(why.c_str());
-        if (taken == 0) args.push_back(w[i]);
-    }
+    std::string why;
+    if (!SplitObserverOptions(w, &observer, &args, &why)) return Usage(why.c_str());
     ObjectRecord record;
     if (args.size() == 3 && args[0] == "fixed") {
         double ra = 0, dec = 0;

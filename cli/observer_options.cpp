@@ -93,6 +93,16 @@ int TakeObserverOption(const std::vector<std::string>& w, size_t* i, ObserverOpt
     return 1;
 }
 
+bool SplitObserverOptions(const std::vector<std::string>& w, ObserverOptions* options,
+                          std::vector<std::string>* rest, std::string* why) {
+    for (size_t i = 0; i < w.size(); ++i) {
+        const int taken = TakeObserverOption(w, &i, options, why);
+        if (taken < 0) return false;
+        if (taken == 0) rest->push_back(w[i]);
+    }
+    return true;
+}
+
 void MakeSiteAndInstant(ObserverOptions* o, Site* site, Instant* instant) {
     if (!o->haveWhen) SetNow(o);
     char name[] = "ferry2-cli";

@@ -27,6 +27,12 @@ extern const char kObserverOptionsHelp[];
 int TakeObserverOption(const std::vector<std::string>& words, size_t* i, ObserverOptions* options,
                        std::string* why);
 
+// Takes every observer option out of `words` into `options`, the other
+// words into `rest` in their order. false on a bad value, with the reason
+// in `why`.
+bool SplitObserverOptions(const std::vector<std::string>& words, ObserverOptions* options,
+                          std::vector<std::string>* rest, std::string* why);
+
 // The site (longitude turned west-positive for the engine) and the instant
 // with its three stages; the current UTC time when no --at was given.
 void MakeSiteAndInstant(ObserverOptions* options, Site* site, Instant* instant);
