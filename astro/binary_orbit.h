@@ -1,6 +1,5 @@
-// Kepler's equation and the apparent orbit of a visual double star: where
-// the companion stands from its primary, as position angle and separation,
-// at a given year.
+// The apparent orbit of a visual double star: where the companion stands
+// from its primary, as position angle and separation, at a given year.
 #pragma once
 
 // The apparent orbit, elements in the order the catalogues give them. The
@@ -18,15 +17,6 @@ struct BinaryOrbit {
     double meanMotion = 0;      // radians a year
     double anomalyFactor = 0;   // root of (1 + e)/(1 - e)
 };
-
-// The eccentric anomaly for mean anomaly M (radians) and eccentricity e
-// below 1. M is first brought to -pi to pi; Newton's method then runs until
-// the step is at most 1e-06, from a near-parabolic start when e is above
-// 0.97 and |M| below 0.6. There is no round limit.
-double KeplerSolve(double meanAnomaly, double e);
-
-// The true anomaly: 2 atan(k tan(E/2)), k the anomaly factor.
-double TrueFromEccentric(double eccentricAnomaly, double anomalyFactor);
 
 // The companion at `year`: position angle in degrees (0 to 360, through
 // east) and separation in arc seconds. 1, or 0 on a null orbit, a zero

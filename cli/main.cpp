@@ -14,6 +14,7 @@
 #include "cli/catalog_verb.h"
 #include "cli/object_verb.h"
 #include "cli/observer_options.h"
+#include "cli/orbit_verb.h"
 #include "cli/user_objects.h"
 #include "legacy/import_instruments.h"
 #include "legacy/import_locations.h"
@@ -84,6 +85,7 @@ constexpr Verb kVerbs[] = {
     {"catalog", kCatalogSynopsis, kCatalogDetails},
     {"object", kObjectSynopsis, kObjectDetails, true},
     {"body", kBodySynopsis, kBodyDetails, true},
+    {"orbit", kOrbitSynopsis, kOrbitDetails},
     {"add-objects", kUserObjectsSynopsis, kUserObjectsDetails},
 };
 
@@ -106,7 +108,8 @@ const char kOutputAndStatus[] =
     "Exit status: 0 when the rows were listed, or the job succeeded and every\n"
     "ticked row was added or was already there; 1 when the Vesperal 1.x file\n"
     "could not be read, the job ended with its error form, a ticked row\n"
-    "could not be added, or a catalogue lookup found nothing; 2 for a usage error or when start-up fails (data\n"
+    "could not be added, a catalogue lookup found nothing, or an orbit could\n"
+    "not be placed; 2 for a usage error or when start-up fails (data\n"
     "folders not found, Vesperal 1.x folder not accepted).\n";
 
 // The four verbs of the user's own objects share one help entry.
@@ -170,7 +173,8 @@ bool ParseRows(const char* text, std::vector<size_t>& rows) {
 
 // The verbs that parse their own words and options.
 bool TakesWordsAsTheyAre(const std::string& verb) {
-    return verb == "catalog" || verb == "object" || verb == "body" || IsUserObjectsVerb(verb);
+    return verb == "catalog" || verb == "object" || verb == "body" || verb == "orbit" ||
+           IsUserObjectsVerb(verb);
 }
 
 bool ParseArgs(int argc, char** argv, Options& o) {
@@ -322,6 +326,7 @@ int main(int argc, char** argv) {
     if (o.verb == "catalog") return RunCatalog(o.catalogWords);
     if (o.verb == "object") return RunObject(o.catalogWords);
     if (o.verb == "body") return RunBody(o.catalogWords);
+    if (o.verb == "orbit") return RunOrbit(o.catalogWords);
     if (IsUserObjectsVerb(o.verb)) return RunUserObjects(o.verb, o.catalogWords);
 
     JobHost host;

@@ -22,17 +22,7 @@ namespace {
 constexpr double kDeg = std::numbers::pi / 180.0;
 
 bool ParseAt(const std::string& text, ObserverOptions* o) {
-    int y, mo, d, h, mi;
-    double s = 0;
-    char tail = 0;
-    const int n = std::sscanf(text.c_str(), "%d-%d-%dT%d:%d:%lf%c", &y, &mo, &d, &h, &mi, &s, &tail);
-    if (n != 5 && n != 6) return false;
-    if (mo < 1 || mo > 12 || d < 1 || d > 31 || h < 0 || h > 23 || mi < 0 || mi > 59 || s < 0 || s >= 60)
-        return false;
-    o->year = y;
-    o->month = mo;
-    o->day = d;
-    o->hours = h + mi / 60.0 + s / 3600.0;
+    if (!ParseMoment(text, &o->year, &o->month, &o->day, &o->hours)) return false;
     o->haveWhen = true;
     return true;
 }
@@ -67,6 +57,21 @@ void SetNow(ObserverOptions* o) {
 }
 
 }  // namespace
+
+bool ParseMoment(const std::string& text, int* year, int* month, int* day, double* hours) {
+    int y, mo, d, h, mi;
+    double s = 0;
+    char tail = 0;
+    const int n = std::sscanf(text.c_str(), "%d-%d-%dT%d:%d:%lf%c", &y, &mo, &d, &h, &mi, &s, &tail);
+    if (n != 5 && n != 6) return false;
+    if (mo < 1 || mo > 12 || d < 1 || d > 31 || h < 0 || h > 23 || mi < 0 || mi > 59 || s < 0 || s >= 60)
+        return false;
+    *year = y;
+    *month = mo;
+    *day = d;
+    *hours = h + mi / 60.0 + s / 3600.0;
+    return true;
+}
 
 bool ParseReal(const std::string& text, double* value) {
     if (text.empty()) return false;
@@ -120,16 +125,23 @@ void MakeSiteAndInstant(ObserverOptions* o, Site* site, Instant* instant) {
     InstantSidereal(site, instant);
 }
 
-std::string ObserverJson(const ObserverOptions& o, const Instant& instant) {
+std::string InstantJson(const ObserverOptions& o, const Instant& instant) {
     const double seconds = std::round(o.hours * 3600.0);
     const int hh = static_cast<int>(seconds / 3600), mm = static_cast<int>(seconds / 60) % 60,
               ss = static_cast<int>(seconds) % 60;
-    char text[320];
+    char text[200];
     std::snprintf(text, sizeof text,
-                  "\"site\": {\"longitude\": %.10g, \"latitude\": %.10g, \"height\": %.10g}, "
                   "\"instant\": {\"%s\": \"%04d-%02d-%02dT%02d:%02d:%02d\", \"jd\": %.10f, "
                   "\"timeScale\": \"%s\"}",
-                  o.longitude, o.latitude, o.height, o.dynamical ? "td" : "ut", o.year, o.month, o.day, hh, mm,
-                  ss, instant.jd, o.dynamical ? "dynamical" : "UT");
+                  o.dynamical ? "td" : "ut", o.year, o.month, o.day, hh, mm, ss, instant.jd,
+                  o.dynamical ? "dynamical" : "UT");
     return text;
+}
+
+std::string ObserverJson(const ObserverOptions& o, const Instant& instant) {
+    char text[160];
+    std::snprintf(text, sizeof text,
+                  "\"site\": {\"longitude\": %.10g, \"latitude\": %.10g, \"height\": %.10g}, ",
+                  o.longitude, o.latitude, o.height);
+    return text + InstantJson(o, instant);
 }

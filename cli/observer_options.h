@@ -37,6 +37,14 @@ bool SplitObserverOptions(const std::vector<std::string>& words, ObserverOptions
 // with its three stages; the current UTC time when no --at was given.
 void MakeSiteAndInstant(ObserverOptions* options, Site* site, Instant* instant);
 
+// A moment typed as YYYY-MM-DDTHH:MM[:SS] (the seconds may have a
+// fraction): the date and the decimal hours.
+bool ParseMoment(const std::string& text, int* year, int* month, int* day, double* hours);
+
+// `"instant": {...}` for the JSON answers: the instant as given, its Julian
+// day (UT) and the time scale it was given in.
+std::string InstantJson(const ObserverOptions& options, const Instant& instant);
+
 // `"site": {...}, "instant": {...}` for the JSON answers, without braces
 // around them: the site in the user's degrees, the instant as given, its
 // Julian day (UT) and the time scale it was given in.

@@ -1,5 +1,5 @@
-// Kepler's equation and the apparent orbit of a double star, against Meeus,
-// Astronomical Algorithms (2nd ed.), and against Kepler's equation itself.
+// The apparent orbit of a double star, against Meeus, Astronomical
+// Algorithms (2nd ed.).
 #include <cmath>
 
 #include "astro/binary_orbit.h"
@@ -7,32 +7,6 @@
 #include "support.h"
 
 namespace {
-
-constexpr double kDeg = kRadiansPerDegree;
-
-// Example 30.a: e = 0.1, M = 5 degrees gives E = 5.554589 degrees; a whole
-// turn more of mean anomaly gives the same root.
-TEST(Kepler, PublishedRoot) {
-    EXPECT_NEAR(KeplerSolve(5.0 * kDeg, 0.1) / kDeg, 5.554589, 1e-6);
-    EXPECT_NEAR(KeplerSolve(5.0 * kDeg + kTwoPi, 0.1) / kDeg, 5.554589, 1e-6);
-}
-
-// The root must satisfy M = E - e sin E, here worked out from the root
-// alone, and the true anomaly must agree with cos v = (cos E - e)/(1 - e cos E).
-// Rows with e above 0.97 and |M| below 0.6 take the near-parabolic start.
-TEST(Kepler, RootsSatisfyTheEquation) {
-    const struct {
-        double e, m;
-    } rows[] = {{0.99, 0.1}, {0.999, 0.01}, {0.98, -0.3}, {0.995, 2.5}, {0.9, -3.0}, {0.5, 1.0}};
-    for (const auto& r : rows) {
-        const double E = KeplerSolve(r.m, r.e);
-        EXPECT_NEAR(E - r.e * std::sin(E), r.m, 1e-10) << "e " << r.e << " M " << r.m;
-        const double v = TrueFromEccentric(E, std::sqrt((1 + r.e) / (1 - r.e)));
-        const double cosV = (std::cos(E) - r.e) / (1 - r.e * std::cos(E));
-        EXPECT_NEAR(std::cos(v), cosV, 1e-9);
-        EXPECT_EQ(std::signbit(v), std::signbit(E));
-    }
-}
 
 // The worked example of the chapter on binary stars: eta Coronae Borealis
 // for 1980.0 stands at position angle 318.4 degrees, 0.411 arc seconds.

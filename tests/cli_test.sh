@@ -355,5 +355,63 @@ check "an unknown constellation is a usage error" test "$rc" -eq 2
 run catalog --help
 check "catalog --help" grep -qF "catalog find INDEX KEY" <<<"$out"
 
+# Orbits. The elements and the options are checked before the Sun is
+# needed; the sample's solar folder has no planet tables of its own (the
+# ones copied in for the bodies are gone again).
+encke=(--a 2.2091404 --e 0.8502196 --incl 11.94524 --node 334.75006 --peri 186.23352
+    --perihelion-time 1990-10-28T13:04:49.7)
+json() {  # json KEY: the value of KEY in $out
+    sed -E "s/.*\"$1\": ([^,}]*).*/\1/" <<<"$out"
+}
+near() {  # near A B TOLERANCE
+    awk -v a="$1" -v b="$2" -v t="$3" 'BEGIN { d = a - b; if (d < 0) d = -d; exit !(d <= t) }'
+}
+run orbit --help
+check "orbit --help" grep -qF -- "--perihelion-time YYYY-MM-DDTHH:MM[:SS]" <<<"$out"
+run orbit "${encke[@]}" --at 1990-10-06T00:00 --dynamical
+check "orbit without the planet tables exits 1" test "$rc" -eq 1 -a -z "$out"
+check "orbit without the planet tables says so" grep -qF \
+    "ferry2-cli orbit: the Sun needs the planet tables PLANETS.NDX and PLANETS.BIN, which are not loaded from solar/" \
+    "$work/stderr"
+run orbit --q 1.2 --e 1.3 --peri 0 --node 0 --incl 0 --mean-anomaly 5 --epoch 2000-01-01T00:00
+check "a hyperbola by its mean anomaly is no orbit" test "$rc" -eq 1 -a -z "$out"
+check "no orbit: the line" grep -qF "ferry2-cli orbit: the elements do not determine an orbit" \
+    "$work/stderr"
+for bad in "--e 0.5 --peri 0 --node 0 --incl 0 --perihelion-time 2000-01-01T00:00" \
+    "--q 1 --e 0.5 --peri 0 --node 0 --perihelion-time 2000-01-01T00:00" \
+    "--q 1 --e 0.5 --peri 0 --node 0 --incl 0" \
+    "--q 1 --e -0.5 --peri 0 --node 0 --incl 0 --perihelion-time 2000-01-01T00:00" \
+    "--q 1 --e 0.5 --peri 0 --node 0 --incl 0 --mean-anomaly 3" \
+    "--q 1 --e 0.5 --peri 0 --node 0 --incl 0 --perihelion-time 2000-13-01T00:00" \
+    "--q 1 --e 0.5 --peri 0 --node 0 --incl 0 --perihelion-time 2000-01-01T00:00 --h 5" \
+    "--q 1 --e 0.5 --peri 0 --node 0 --incl 0 --perihelion-time 2000-01-01T00:00 --site 0,0" \
+    "--q 1 --e 0.5 --peri x --node 0 --incl 0 --perihelion-time 2000-01-01T00:00"; do
+    run orbit $bad
+    check "orbit $bad is a usage error" test "$rc" -eq 2 -a -z "$out"
+done
+# With the planet tables, which give the Sun.
+cp "$solar_tables"/PLANETS.NDX "$solar_tables"/PLANETS.BIN solar/
+# Meeus, Astronomical Algorithms, example 33.a: ra 158.558965, dec
+# 19.158496 degrees (J2000.0, light time included).
+run orbit "${encke[@]}" --at 1990-10-06T00:00 --dynamical --comet-g 10 --comet-k 4
+check "orbit of Encke exits 0" test "$rc" -eq 0
+check "Encke's ra" near "$(json ra)" 2.7673760 0.000005
+check "Encke's dec" near "$(json dec)" 0.3343788 0.000005
+check "orbit's instant" grep -qF '"instant": {"td": "1990-10-06T00:00:00"' <<<"$out"
+check "orbit's time scale" grep -qF '"timeScale": "dynamical"}}' <<<"$out"
+# At perihelion the body is q from the Sun, whatever the Sun's place.
+run orbit --q 1.5 --e 0.5 --peri 10 --node 20 --incl 30 --perihelion-time 2010-05-01T00:00 \
+    --at 2010-05-01T00:00 --dynamical --h 10 --g 0.15
+check "at perihelion r is q" near "$(json helioDistance)" 1.5 0.000001
+check "a magnitude by H, G" near "$(json magnitude)" 10 5
+# Mean anomaly 0 at the epoch is a perihelion: r is a (1 - e).
+run orbit --a 2.5 --e 0.1 --peri 10 --node 20 --incl 30 --mean-anomaly 0 \
+    --epoch 2010-05-01T00:00 --at 2010-05-01T00:00 --dynamical
+check "mean anomaly 0 at the epoch" near "$(json helioDistance)" 2.25 0.000001
+check "no law, no magnitude" grep -qF '"magnitude": null' <<<"$out"
+run orbit --q 0.4 --e 1 --peri 10 --node 20 --incl 30 --perihelion-time 2010-05-01T00:00 \
+    --at 2010-06-01T00:00
+check "a parabola in UT" test "$rc" -eq 0 -a "$(json timeScale)" = '"UT"'
+
 echo "cli: $passes passed, $failures failed"
 test "$failures" -eq 0
