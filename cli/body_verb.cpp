@@ -3,6 +3,7 @@
 #include <cstdio>
 
 #include "astro/bodies.h"
+#include "cli/exit_status.h"
 #include "cli/observer_options.h"
 
 const char kBodySynopsis[] =
@@ -22,14 +23,7 @@ const char kBodyDetails[] =
 
 namespace {
 
-constexpr int kExitDone = 0;
-constexpr int kExitFailed = 1;
-constexpr int kExitUsage = 2;
-
-int Usage(const char* why) {
-    std::fprintf(stderr, "ferry2-cli body: %s\n", why);
-    return kExitUsage;
-}
+int Usage(const char* why) { return VerbUsage("body", why); }
 
 // Whether the tables that this body's place needs were loaded at start-up.
 bool TablesFor(int id) {

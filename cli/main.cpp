@@ -12,6 +12,7 @@
 #include "base/windows_text.h"
 #include "cli/body_verb.h"
 #include "cli/catalog_verb.h"
+#include "cli/exit_status.h"
 #include "cli/object_verb.h"
 #include "cli/observer_options.h"
 #include "cli/orbit_verb.h"
@@ -28,9 +29,6 @@
 
 namespace {
 
-constexpr int kExitDone = 0;
-constexpr int kExitJobFailed = 1;
-constexpr int kExitUsage = 2;
 
 // The verbs, each with its synopsis and what it does; `--help` after a verb
 // prints that verb's part, `--help` alone all of them.
@@ -278,14 +276,14 @@ void ReportUnreadable(const std::string& path) {
 int ReportOutcome(int succeeded, const JobOutcome& outcome) {
     if (!outcome.unreadableFile.empty()) {
         ReportUnreadable(outcome.unreadableFile);
-        return kExitJobFailed;
+        return kExitFailed;
     }
     if (!outcome.unopenedStore.empty())
         std::fprintf(stderr, "ferry2-cli: cannot open the store %s\n", outcome.unopenedStore.c_str());
     if (outcome.failedAdds > 0)
         std::fprintf(stderr, "ferry2-cli: %d ticked %s could not be added (see ferry2.log)\n",
                      outcome.failedAdds, outcome.failedAdds == 1 ? "row" : "rows");
-    return succeeded == 1 && outcome.failedAdds == 0 ? kExitDone : kExitJobFailed;
+    return succeeded == 1 && outcome.failedAdds == 0 ? kExitDone : kExitFailed;
 }
 
 // The folder check: the version 1.x folder as for the jobs, but taken as it
@@ -302,7 +300,7 @@ int RunCheck(const Options& o) {
         return kExitDone;
     }
     for (const std::string& line : problems) std::puts(line.c_str());
-    return kExitJobFailed;
+    return kExitFailed;
 }
 
 }  // namespace
@@ -350,7 +348,7 @@ int main(int argc, char** argv) {
         const std::string unreadable = UnreadableLegacyFile(instruments, host.legacyRoot);
         if (unreadable.empty()) return kExitDone;
         ReportUnreadable(unreadable);
-        return kExitJobFailed;
+        return kExitFailed;
     }
     if (o.haveRows && !PageTickOnlyRows(page, o.rows)) {
         std::fprintf(stderr, "ferry2-cli: --rows names a row that is not on the page (%zu rows)\n",

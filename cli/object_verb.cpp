@@ -13,6 +13,7 @@
 #include "catalog/constellation_names.h"
 #include "catalog/object_fill.h"
 #include "catalog/object_record.h"
+#include "cli/exit_status.h"
 #include "cli/observer_options.h"
 
 const char kObjectSynopsis[] =
@@ -31,15 +32,9 @@ const char kObjectDetails[] =
 
 namespace {
 
-constexpr int kExitDone = 0;
-constexpr int kExitNone = 1;
-constexpr int kExitUsage = 2;
 constexpr double kDeg = std::numbers::pi / 180.0;
 
-int Usage(const char* why) {
-    std::fprintf(stderr, "ferry2-cli object: %s\n", why);
-    return kExitUsage;
-}
+int Usage(const char* why) { return VerbUsage("object", why); }
 
 void PrintRecord(const ObjectRecord& r, const ObserverOptions& observer, const Instant& instant) {
     std::printf("{");
@@ -126,7 +121,7 @@ int RunObject(const std::vector<std::string>& w) {
     if (refillByIdentity(&record, 0, 0, &site, &instant) == 0) {
         std::fprintf(stderr, "ferry2-cli object: no object %u of class %d\n", record.pid,
                      record.objectClass);
-        return kExitNone;
+        return kExitFailed;
     }
     PrintRecord(record, observer, instant);
     return kExitDone;

@@ -11,6 +11,7 @@
 #include "astro/planet_files.h"
 #include "astro/planet_series.h"
 #include "astro/site.h"
+#include "cli/exit_status.h"
 #include "cli/observer_options.h"
 
 const char kOrbitSynopsis[] =
@@ -57,19 +58,9 @@ const char kOrbitDetails[] =
 
 namespace {
 
-constexpr int kExitDone = 0;
-constexpr int kExitFailed = 1;
-constexpr int kExitUsage = 2;
+int Usage(const char* why) { return VerbUsage("orbit", why); }
 
-int Usage(const char* why) {
-    std::fprintf(stderr, "ferry2-cli orbit: %s\n", why);
-    return kExitUsage;
-}
-
-int Failed(const char* why) {
-    std::fprintf(stderr, "ferry2-cli orbit: %s\n", why);
-    return kExitFailed;
-}
+int Failed(const char* why) { return VerbFailed("orbit", why); }
 
 // A real option: present or not, and its value.
 struct Real {

@@ -1,6 +1,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "cli/exit_status.h"
 #include "cli/observer_options.h"
 #include "cli/user_objects.h"
 
@@ -29,12 +30,7 @@ const char kUserObjectsDetails[] =
 
 namespace {
 
-constexpr int kExitUsage = 2;
-
-int Usage(const std::string& verb, const char* why) {
-    std::fprintf(stderr, "ferry2-cli %s: %s\n", verb.c_str(), why);
-    return kExitUsage;
-}
+int Usage(const std::string& verb, const char* why) { return VerbUsage(verb.c_str(), why); }
 
 struct Kind {
     const char* word;
