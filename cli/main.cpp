@@ -29,7 +29,6 @@
 
 namespace {
 
-
 // The verbs, each with its synopsis and what it does; `--help` after a verb
 // prints that verb's part, `--help` alone all of them.
 struct Verb {
