@@ -36,6 +36,16 @@ void supplementalFillObject(ObjectRecord* record, uint32_t pid, const Supplement
     record->magnitude2 = 99.9f;
 }
 
+void supplementalPlaceOut(const char (&name)[33], const SupplementalPlace& place, std::string* nameOut,
+                          double* raOut, double* decOut, double* magOut) {
+    char text[34];
+    supplementalNameText(name, text);
+    if (nameOut) *nameOut = text;
+    if (raOut) *raOut = place.ra;
+    if (decOut) *decOut = place.dec;
+    if (magOut) *magOut = place.magnitude;
+}
+
 bool supplementalScanPasses(const SupplementalPlace& place, const SupplementalScanLimits& limits) {
     if (OutsideMagnitude(place.magnitude, limits.magnitudeLow, true)) return false;
     if (OutsideMagnitude(place.magnitude, limits.magnitudeHigh, false)) return false;

@@ -23,6 +23,7 @@
 #include <cctype>
 #include <cstdint>
 #include <cstring>
+#include <string>
 #include <vector>
 
 #include "base/file_utils.h"
@@ -97,6 +98,11 @@ struct SupplementalScan {
 // The part of an object record that both stores fill alike: the PID, the
 // J2000 place, the magnitude, no proper motion and no second magnitude.
 void supplementalFillObject(ObjectRecord* record, uint32_t pid, const SupplementalPlace& place);
+
+// The name and place of a record as the place lookups hand them out; any
+// pointer may be null.
+void supplementalPlaceOut(const char (&name)[33], const SupplementalPlace& place, std::string* nameOut,
+                          double* raOut, double* decOut, double* magOut);
 
 // Whether a place passes the limits that both stores share.
 bool supplementalScanPasses(const SupplementalPlace& place, const SupplementalScanLimits& limits);
@@ -183,7 +189,11 @@ FilePtr Open(long* countOut) {
     const SupplementalFiles& files = S::Files();
     if (IsOddFile(files.dataPath)) return nullptr;
     FilePtr f = OpenFile(files.dataPath, "r+b");
+    // A store that is there but won't open (no access, held by another
+    // program) is never made anew over the old one.
+    if (!f && FileExists(files.dataPath)) return nullptr;
     if (!f || StreamSize(f.get()) < static_cast<int64_t>(S::HeaderLayout::kSize)) {
+        f.reset();
         f = OpenFile(files.dataPath, "wb");
         if (!f || !WriteHeader<S>(f.get(), typename S::Header{}) || std::fclose(f.release()) != 0) return nullptr;
         dropSupplementalIndexes(files);

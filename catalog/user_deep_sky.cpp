@@ -17,9 +17,9 @@ struct ClassWord {
     int objectClass;
 };
 constexpr ClassWord kClassWords[] = {
-    {"G ", kClassGalaxy},        {"GG ", kClassGalaxyGroup}, {"Q ", kClassQuasar},
-    {"PN ", kClassPlanetary},    {"NE ", kClassDiffuseNebula}, {"DN ", kClassDarkNebula},
-    {"OC ", kClassOpenCluster},  {"GC ", kClassGlobular},
+    {"G ", kClassGalaxy},       {"GG ", kClassGalaxyGroup},   {"Q ", kClassQuasar},
+    {"PN ", kClassPlanetary},   {"NE ", kClassDiffuseNebula}, {"DN ", kClassDarkNebula},
+    {"OC ", kClassOpenCluster}, {"GC ", kClassGlobular},
 };
 
 int LineClass(const char* line) {
@@ -32,24 +32,7 @@ bool OutsideSize(double size, double limit) {
     return limit != kScanNoLimit && (size < kSmallestSize || size > limit);
 }
 
-struct UdsShape {
-    using Header = UdsHeader;
-    using HeaderLayout = UdsHeaderLayout;
-    using Record = UdsRecord;
-    using Layout = UdsRecordLayout;
-    static constexpr int kObjectClass = kClassSupplementalDeepSky;
-    static const SupplementalFiles& Files();
-    static uint32_t CascadeMask(const Record& r) { return udsClassMask(r.objectClass); }
-    static SupplementalPlace Place(const Record& r) {
-        return {scaledAngleToRadians(r.ra), scaledAngleToRadians(r.dec), r.magnitude * 0.01};
-    }
-    static int ParseLine(const char* line, Record* out) { return parseUdsLine(line, out); }
-    static bool ScanPasses(const Record& r, const SupplementalScanLimits& limits) {
-        if (limits.classMask != 0xFFFFFFFFu && (udsClassMask(r.objectClass) & limits.classMask) == 0) return false;
-        return !OutsideSize(r.major * 0.01 * kRadiansPerArcmin, limits.majorLimit) &&
-               !OutsideSize(r.minor * 0.01 * kRadiansPerArcmin, limits.minorLimit);
-    }
-};
+double Radians(int16_t hundredthsOfArcmin) { return hundredthsOfArcmin * 0.01 * kRadiansPerArcmin; }
 
 // Unlike the star store, a PID recorded while the PID index is missing
 // fails and leaves the index to the next open.
@@ -58,11 +41,18 @@ const SupplementalFiles kUdsFiles = {
     supplemental::ReadCount<UdsShape>, supplemental::ReadKey<UdsShape>,
 };
 
+}  // namespace
+
 const SupplementalFiles& UdsShape::Files() { return kUdsFiles; }
 
-using S = UdsShape;
+SupplementalPlace UdsShape::Place(const UdsRecord& r) {
+    return {scaledAngleToRadians(r.ra), scaledAngleToRadians(r.dec), r.magnitude * 0.01};
+}
 
-}  // namespace
+bool UdsShape::ScanPasses(const UdsRecord& r, const SupplementalScanLimits& limits) {
+    if (limits.classMask != 0xFFFFFFFFu && (udsClassMask(r.objectClass) & limits.classMask) == 0) return false;
+    return !OutsideSize(Radians(r.major), limits.majorLimit) && !OutsideSize(Radians(r.minor), limits.minorLimit);
+}
 
 uint32_t udsClassMask(int objectClass) {
     switch (objectClass) {
@@ -94,67 +84,6 @@ int makeUdsRecord(UdsRecord* out, int objectClass, const std::string& name, doub
     return 1;
 }
 
-FilePtr openUds(long* outCount) { return supplemental::Open<S>(outCount); }
-FilePtr openUdsForReading(long* outCount) { return supplemental::OpenForReading<S>(outCount); }
-
-int readUdsRow(FILE* file, UdsRecord* record, long row) { return supplemental::ReadRow<S>(file, record, row); }
-
-int rewriteUdsRow(FILE* file, const UdsRecord& record, long row) {
-    return supplemental::RewriteRow<S>(file, record, row);
-}
-
-int appendUds(FILE* file, UdsRecord* record) { return supplemental::Append<S>(file, record); }
-
-int addOrReplaceUds(FILE* file, UdsRecord* record) { return supplemental::AddOrReplace<S>(file, record); }
-
-long findUdsByName(FILE* file, const char* text, UdsRecord* recordOut) {
-    return supplemental::FindByName<S>(file, text, recordOut);
-}
-
-int findUdsByPid(FILE* file, uint32_t pid, UdsRecord* recordOut, long* rowOut) {
-    return supplemental::FindByPid<S>(file, pid, recordOut, rowOut);
-}
-
-int udsPlace(FILE* file, uint32_t pid, int* classOut, std::string* nameOut, double* raOut, double* decOut,
-             double* magOut, double* majorOut, double* minorOut, double* paOut) {
-    UdsRecord r;
-    if (!findUdsByPid(file, pid, &r, nullptr)) return 0;
-    char name[34];
-    supplementalNameText(r.name, name);
-    const SupplementalPlace place = S::Place(r);
-    if (classOut) *classOut = r.objectClass;
-    if (nameOut) *nameOut = name;
-    if (raOut) *raOut = place.ra;
-    if (decOut) *decOut = place.dec;
-    if (magOut) *magOut = place.magnitude;
-    if (majorOut) *majorOut = r.major * 0.01 * kRadiansPerArcmin;
-    if (minorOut) *minorOut = r.minor * 0.01 * kRadiansPerArcmin;
-    if (paOut) *paOut = r.positionAngle * 0.1 * kRadiansPerDegree;
-    return 1;
-}
-
-int deleteUdsRow(FILE* file, long row, const DeleteCascade& cascade) {
-    return supplemental::DeleteRow<S>(file, row, cascade);
-}
-
-int deleteUdsByPid(FILE* file, uint32_t pid, const DeleteCascade& cascade) {
-    return supplemental::DeleteByPid<S>(file, pid, cascade);
-}
-
-int compactUds(FilePtr& file, const std::vector<uint8_t>& deleteMarks, const DeleteCascade& cascade) {
-    return supplemental::Compact<S>(file, deleteMarks, cascade);
-}
-
-int beginUdsImport(SupplementalImport* state, const char* textPath, int steps) {
-    return supplemental::BeginImport<S>(state, textPath, steps);
-}
-
-int nextUdsImportBatch(SupplementalImport* state, long* added, long* replaced, long* bad) {
-    return supplemental::NextImportBatch<S>(state, added, replaced, bad);
-}
-
-void endUdsImport(SupplementalImport* state) { supplemental::EndImport<S>(state); }
-
 int parseUdsLine(const char* line, UdsRecord* out) {
     const int objectClass = LineClass(line);
     if (objectClass == 0) return -1;
@@ -163,7 +92,7 @@ int parseUdsLine(const char* line, UdsRecord* out) {
     if (name.empty() || fields.size() < 4) return 0;
     double ra = 0, dec = 0;
     if (!supplementalPlace(fields[0], fields[1], fields[2], &ra, &dec)) return 0;
-    // Magnitude, then what of the sizes and position angle is there.
+    // The magnitude, then what of the sizes and position angle is there.
     std::string rest;
     for (size_t i = 3; i < fields.size(); ++i) rest += fields[i] + " ";
     double values[4] = {0, 0, 0, 0};
@@ -172,22 +101,26 @@ int parseUdsLine(const char* line, UdsRecord* out) {
     return makeUdsRecord(out, objectClass, name, ra, dec, values[0], values[1], values[2], values[3]);
 }
 
-int beginUdsScan(SupplementalScan* scan, const SupplementalScanLimits& limits) {
-    return supplemental::BeginScan<S>(scan, limits);
+int udsPlace(FILE* file, uint32_t pid, int* classOut, std::string* nameOut, double* raOut, double* decOut,
+             double* magOut, double* majorOut, double* minorOut, double* paOut) {
+    UdsRecord r;
+    if (!findUdsByPid(file, pid, &r, nullptr)) return 0;
+    supplementalPlaceOut(r.name, UdsShape::Place(r), nameOut, raOut, decOut, magOut);
+    if (classOut) *classOut = r.objectClass;
+    if (majorOut) *majorOut = Radians(r.major);
+    if (minorOut) *minorOut = Radians(r.minor);
+    if (paOut) *paOut = r.positionAngle * 0.1 * kRadiansPerDegree;
+    return 1;
 }
-
-int64_t nextUdsScan(SupplementalScan* scan) { return supplemental::NextScan<S>(scan); }
-
-void endUdsScan(SupplementalScan* scan) { supplemental::EndScan(scan); }
 
 void dropUdsIndexes() { dropSupplementalIndexes(kUdsFiles); }
 
 int readUdsObject(ObjectRecord* record, uint32_t pid) {
     UdsRecord r;
-    if (!record || !supplemental::ReadByPid<S>(pid, &r)) return 0;
-    supplementalFillObject(record, r.pid, S::Place(r));
-    record->sizeMajor = static_cast<float>(r.major * 0.01 * kRadiansPerArcmin);
-    record->sizeMinor = static_cast<float>(r.minor * 0.01 * kRadiansPerArcmin);
+    if (!record || !supplemental::ReadByPid<UdsShape>(pid, &r)) return 0;
+    supplementalFillObject(record, r.pid, UdsShape::Place(r));
+    record->sizeMajor = static_cast<float>(Radians(r.major));
+    record->sizeMinor = static_cast<float>(Radians(r.minor));
     record->sizeDefault = std::max(record->sizeMajor, record->sizeMinor);
     // The record's own class narrows the mask of every deep-sky class.
     if (const uint32_t mask = udsClassMask(r.objectClass)) record->classMask = mask;

@@ -76,38 +76,54 @@ uint32_t udsClassMask(int objectClass);
 int makeUdsRecord(UdsRecord* out, int objectClass, const std::string& name, double ra, double dec,
                   double magnitude, double majorArcmin, double minorArcmin, double positionAngleDegrees);
 
-FilePtr openUds(long* outCount);
-FilePtr openUdsForReading(long* outCount);
-int readUdsRow(FILE* file, UdsRecord* record, long row);
-int rewriteUdsRow(FILE* file, const UdsRecord& record, long row);
-int appendUds(FILE* file, UdsRecord* record);
-int addOrReplaceUds(FILE* file, UdsRecord* record);
-long findUdsByName(FILE* file, const char* text, UdsRecord* recordOut);
-int findUdsByPid(FILE* file, uint32_t pid, UdsRecord* recordOut, long* rowOut);
+// One import line: 1 an object, 0 a bad line of a deep-sky class word, -1
+// a line of another kind. The line starts with its class word, "G "
+// galaxy, "GG " galaxy group, "Q " quasar, "PN " planetary nebula, "NE "
+// diffuse nebula, "DN " dark nebula, "OC " open cluster or "GC " globular
+// cluster; the name is in the 32 columns from column 4; from column 36
+// come RA, Dec, equinox and magnitude, then optionally the major and minor
+// diameter (arc minutes) and the position angle (degrees).
+int parseUdsLine(const char* line, UdsRecord* out);
+
+// How the shared store engine sees this store.
+struct UdsShape {
+    using Header = UdsHeader;
+    using HeaderLayout = UdsHeaderLayout;
+    using Record = UdsRecord;
+    using Layout = UdsRecordLayout;
+    static constexpr int kObjectClass = kClassSupplementalDeepSky;
+    static const SupplementalFiles& Files();
+    static uint32_t CascadeMask(const Record& r) { return udsClassMask(r.objectClass); }
+    static SupplementalPlace Place(const Record& r);
+    static int ParseLine(const char* line, Record* out) { return parseUdsLine(line, out); }
+    static bool ScanPasses(const Record& r, const SupplementalScanLimits& limits);
+};
+
+// The store's operations, named as the star store's (catalog/user_stars.h)
+// with "Uds" for "Stellar". The deletes and the compaction give the
+// cascade class 18 and the mask of the object's own class.
+inline constexpr auto& openUds = supplemental::Open<UdsShape>;
+inline constexpr auto& openUdsForReading = supplemental::OpenForReading<UdsShape>;
+inline constexpr auto& readUdsRow = supplemental::ReadRow<UdsShape>;
+inline constexpr auto& rewriteUdsRow = supplemental::RewriteRow<UdsShape>;
+inline constexpr auto& appendUds = supplemental::Append<UdsShape>;
+inline constexpr auto& addOrReplaceUds = supplemental::AddOrReplace<UdsShape>;
+inline constexpr auto& findUdsByName = supplemental::FindByName<UdsShape>;
+inline constexpr auto& findUdsByPid = supplemental::FindByPid<UdsShape>;
+inline constexpr auto& deleteUdsRow = supplemental::DeleteRow<UdsShape>;
+inline constexpr auto& deleteUdsByPid = supplemental::DeleteByPid<UdsShape>;
+inline constexpr auto& compactUds = supplemental::Compact<UdsShape>;
+inline constexpr auto& beginUdsImport = supplemental::BeginImport<UdsShape>;
+inline constexpr auto& nextUdsImportBatch = supplemental::NextImportBatch<UdsShape>;
+inline constexpr auto& endUdsImport = supplemental::EndImport<UdsShape>;
+inline constexpr auto& beginUdsScan = supplemental::BeginScan<UdsShape>;
+inline constexpr auto& nextUdsScan = supplemental::NextScan<UdsShape>;
+inline constexpr auto& endUdsScan = supplemental::EndScan;
+
 // By PID: the class, name, J2000 place, magnitude, diameters and position
 // angle, all angles in radians.
 int udsPlace(FILE* file, uint32_t pid, int* classOut, std::string* nameOut, double* raOut, double* decOut,
              double* magOut, double* majorOut, double* minorOut, double* paOut);
-
-// The cascade gets class 18 and the mask of the object's own class.
-int deleteUdsRow(FILE* file, long row, const DeleteCascade& cascade);
-int deleteUdsByPid(FILE* file, uint32_t pid, const DeleteCascade& cascade);
-int compactUds(FilePtr& file, const std::vector<uint8_t>& deleteMarks, const DeleteCascade& cascade);
-
-// The text import: a line starts with its class word, "G " galaxy, "GG "
-// galaxy group, "Q " quasar, "PN " planetary nebula, "NE " diffuse nebula,
-// "DN " dark nebula, "OC " open cluster or "GC " globular cluster; the name
-// is in the 32 columns from column 4; from column 36 come RA, Dec, equinox
-// and magnitude, then optionally the major and minor diameter (arc
-// minutes) and the position angle (degrees).
-int beginUdsImport(SupplementalImport* state, const char* textPath, int steps);
-int nextUdsImportBatch(SupplementalImport* state, long* added, long* replaced, long* bad);
-void endUdsImport(SupplementalImport* state);
-int parseUdsLine(const char* line, UdsRecord* out);
-
-int beginUdsScan(SupplementalScan* scan, const SupplementalScanLimits& limits);
-int64_t nextUdsScan(SupplementalScan* scan);
-void endUdsScan(SupplementalScan* scan);
 
 void dropUdsIndexes();
 

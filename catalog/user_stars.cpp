@@ -6,31 +6,18 @@
 
 namespace {
 
-struct StellarShape {
-    using Header = StellarHeader;
-    using HeaderLayout = StellarHeaderLayout;
-    using Record = StellarRecord;
-    using Layout = StellarRecordLayout;
-    static constexpr int kObjectClass = kClassSupplementalStar;
-    static const SupplementalFiles& Files();
-    static uint32_t CascadeMask(const Record&) { return classMaskOf(kClassSupplementalStar); }
-    static SupplementalPlace Place(const Record& r) {
-        return {scaledAngleToRadians(r.ra), scaledAngleToRadians(r.dec), r.magnitude * 0.01};
-    }
-    static int ParseLine(const char* line, Record* out) { return parseStellarLine(line, out); }
-    static bool ScanPasses(const Record&, const SupplementalScanLimits&) { return true; }
-};
-
 const SupplementalFiles kStellarFiles = {
     kStellarPath,     kStellarAlphaPath, kStellarPidPath, kStellarCompactPath, true,
     supplemental::ReadCount<StellarShape>, supplemental::ReadKey<StellarShape>,
 };
 
+}  // namespace
+
 const SupplementalFiles& StellarShape::Files() { return kStellarFiles; }
 
-using S = StellarShape;
-
-}  // namespace
+SupplementalPlace StellarShape::Place(const StellarRecord& r) {
+    return {scaledAngleToRadians(r.ra), scaledAngleToRadians(r.dec), r.magnitude * 0.01};
+}
 
 int makeStellarRecord(StellarRecord* out, const std::string& name, double ra, double dec, double magnitude) {
     StellarRecord r;
@@ -41,67 +28,6 @@ int makeStellarRecord(StellarRecord* out, const std::string& name, double ra, do
     *out = r;
     return 1;
 }
-
-FilePtr openStellar(long* outCount) { return supplemental::Open<S>(outCount); }
-FilePtr openStellarForReading(long* outCount) { return supplemental::OpenForReading<S>(outCount); }
-
-int readStellarRow(FILE* file, StellarRecord* record, long row) {
-    return supplemental::ReadRow<S>(file, record, row);
-}
-
-int rewriteStellarRow(FILE* file, const StellarRecord& record, long row) {
-    return supplemental::RewriteRow<S>(file, record, row);
-}
-
-int appendStellar(FILE* file, StellarRecord* record) { return supplemental::Append<S>(file, record); }
-
-int addOrReplaceStellar(FILE* file, StellarRecord* record) {
-    return supplemental::AddOrReplace<S>(file, record);
-}
-
-long findStellarByName(FILE* file, const char* text, StellarRecord* recordOut) {
-    return supplemental::FindByName<S>(file, text, recordOut);
-}
-
-int findStellarByPid(FILE* file, uint32_t pid, StellarRecord* recordOut, long* rowOut) {
-    return supplemental::FindByPid<S>(file, pid, recordOut, rowOut);
-}
-
-int stellarPlace(FILE* file, uint32_t pid, std::string* nameOut, double* raOut, double* decOut,
-                 double* magOut) {
-    StellarRecord r;
-    if (!findStellarByPid(file, pid, &r, nullptr)) return 0;
-    char name[34];
-    supplementalNameText(r.name, name);
-    const SupplementalPlace place = S::Place(r);
-    if (nameOut) *nameOut = name;
-    if (raOut) *raOut = place.ra;
-    if (decOut) *decOut = place.dec;
-    if (magOut) *magOut = place.magnitude;
-    return 1;
-}
-
-int deleteStellarRow(FILE* file, long row, const DeleteCascade& cascade) {
-    return supplemental::DeleteRow<S>(file, row, cascade);
-}
-
-int deleteStellarByPid(FILE* file, uint32_t pid, const DeleteCascade& cascade) {
-    return supplemental::DeleteByPid<S>(file, pid, cascade);
-}
-
-int compactStellar(FilePtr& file, const std::vector<uint8_t>& deleteMarks, const DeleteCascade& cascade) {
-    return supplemental::Compact<S>(file, deleteMarks, cascade);
-}
-
-int beginStellarImport(SupplementalImport* state, const char* textPath, int steps) {
-    return supplemental::BeginImport<S>(state, textPath, steps);
-}
-
-int nextStellarImportBatch(SupplementalImport* state, long* added, long* replaced, long* bad) {
-    return supplemental::NextImportBatch<S>(state, added, replaced, bad);
-}
-
-void endStellarImport(SupplementalImport* state) { supplemental::EndImport<S>(state); }
 
 int parseStellarLine(const char* line, StellarRecord* out) {
     if (std::strncmp(line, "S ", 2) != 0) return -1;
@@ -115,20 +41,20 @@ int parseStellarLine(const char* line, StellarRecord* out) {
     return makeStellarRecord(out, name, ra, dec, magnitude);
 }
 
-int beginStellarScan(SupplementalScan* scan, const SupplementalScanLimits& limits) {
-    return supplemental::BeginScan<S>(scan, limits);
+int stellarPlace(FILE* file, uint32_t pid, std::string* nameOut, double* raOut, double* decOut,
+                 double* magOut) {
+    StellarRecord r;
+    if (!findStellarByPid(file, pid, &r, nullptr)) return 0;
+    supplementalPlaceOut(r.name, StellarShape::Place(r), nameOut, raOut, decOut, magOut);
+    return 1;
 }
-
-int64_t nextStellarScan(SupplementalScan* scan) { return supplemental::NextScan<S>(scan); }
-
-void endStellarScan(SupplementalScan* scan) { supplemental::EndScan(scan); }
 
 void dropStellarIndexes() { dropSupplementalIndexes(kStellarFiles); }
 
 int readStellarObject(ObjectRecord* record, uint32_t pid) {
     StellarRecord r;
-    if (!record || !supplemental::ReadByPid<S>(pid, &r)) return 0;
-    supplementalFillObject(record, r.pid, S::Place(r));
+    if (!record || !supplemental::ReadByPid<StellarShape>(pid, &r)) return 0;
+    supplementalFillObject(record, r.pid, StellarShape::Place(r));
     record->sizeMajor = record->sizeMinor = record->sizeDefault = 0;
     record->classMask = classMaskOf(kClassSupplementalStar);
     return 1;

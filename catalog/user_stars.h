@@ -64,47 +64,53 @@ static_assert(LayoutIsPacked<StellarRecordLayout, StellarRecord>());
 // is cut at 32 characters. 0 when the magnitude doesn't fit its field.
 int makeStellarRecord(StellarRecord* out, const std::string& name, double ra, double dec, double magnitude);
 
-// Opens the store for update, making an empty one (and removing both
-// indexes) when there is none; null on failure. `outCount` may be null.
-FilePtr openStellar(long* outCount);
-// The same for reading only, without making anything; null when missing.
-FilePtr openStellarForReading(long* outCount);
+// One import line: 1 a star, 0 a bad "S " line, -1 a line of another kind.
+// A star line is "S ", the name in the 32 columns from column 3, then RA
+// (hours), Dec (degrees), equinox and magnitude from column 36.
+int parseStellarLine(const char* line, StellarRecord* out);
 
-int readStellarRow(FILE* file, StellarRecord* record, long row);
-// Fails when `row` is not below the count.
-int rewriteStellarRow(FILE* file, const StellarRecord& record, long row);
-// Gives the record the next PID and writes it behind the last.
-int appendStellar(FILE* file, StellarRecord* record);
-// 1 added, 2 replaced (same name, exactly: the PID is kept), 0 failed.
-int addOrReplaceStellar(FILE* file, StellarRecord* record);
-// Row + 1 of a star whose name begins with the text, without case; 0 none,
-// -1 for an empty text or a read failure.
-long findStellarByName(FILE* file, const char* text, StellarRecord* recordOut);
-// 1 when found; `rowOut` (may be null) gets row + 1.
-int findStellarByPid(FILE* file, uint32_t pid, StellarRecord* recordOut, long* rowOut);
+// How the shared store engine sees this store.
+struct StellarShape {
+    using Header = StellarHeader;
+    using HeaderLayout = StellarHeaderLayout;
+    using Record = StellarRecord;
+    using Layout = StellarRecordLayout;
+    static constexpr int kObjectClass = kClassSupplementalStar;
+    static const SupplementalFiles& Files();
+    static uint32_t CascadeMask(const Record&) { return classMaskOf(kClassSupplementalStar); }
+    static SupplementalPlace Place(const Record& r);
+    static int ParseLine(const char* line, Record* out) { return parseStellarLine(line, out); }
+    static bool ScanPasses(const Record&, const SupplementalScanLimits&) { return true; }
+};
+
+// The store's operations, as catalog/supplemental_store.h tells them.
+// openStellar(outCount) opens the store for update, making an empty one
+// (and removing both indexes) when there is none; openStellarForReading
+// makes nothing. findStellarByName answers row + 1, 0 or -1;
+// findStellarByPid 1 or 0 with row + 1. The deletes and the compaction run
+// the cascade with class 12, mask 16 and the PID; a delete by PID runs it
+// twice.
+inline constexpr auto& openStellar = supplemental::Open<StellarShape>;
+inline constexpr auto& openStellarForReading = supplemental::OpenForReading<StellarShape>;
+inline constexpr auto& readStellarRow = supplemental::ReadRow<StellarShape>;
+inline constexpr auto& rewriteStellarRow = supplemental::RewriteRow<StellarShape>;
+inline constexpr auto& appendStellar = supplemental::Append<StellarShape>;
+inline constexpr auto& addOrReplaceStellar = supplemental::AddOrReplace<StellarShape>;
+inline constexpr auto& findStellarByName = supplemental::FindByName<StellarShape>;
+inline constexpr auto& findStellarByPid = supplemental::FindByPid<StellarShape>;
+inline constexpr auto& deleteStellarRow = supplemental::DeleteRow<StellarShape>;
+inline constexpr auto& deleteStellarByPid = supplemental::DeleteByPid<StellarShape>;
+inline constexpr auto& compactStellar = supplemental::Compact<StellarShape>;
+inline constexpr auto& beginStellarImport = supplemental::BeginImport<StellarShape>;
+inline constexpr auto& nextStellarImportBatch = supplemental::NextImportBatch<StellarShape>;
+inline constexpr auto& endStellarImport = supplemental::EndImport<StellarShape>;
+inline constexpr auto& beginStellarScan = supplemental::BeginScan<StellarShape>;
+inline constexpr auto& nextStellarScan = supplemental::NextScan<StellarShape>;
+inline constexpr auto& endStellarScan = supplemental::EndScan;
+
 // By PID: the name, the J2000 place in radians and the magnitude.
 int stellarPlace(FILE* file, uint32_t pid, std::string* nameOut, double* raOut, double* decOut,
                  double* magOut);
-
-// The cascade gets class 12, mask 16 and the PID before the record goes; a
-// delete by PID runs it twice.
-int deleteStellarRow(FILE* file, long row, const DeleteCascade& cascade);
-int deleteStellarByPid(FILE* file, uint32_t pid, const DeleteCascade& cascade);
-// Rewrites the store without the marked rows (a byte per row) through
-// "stellart.bin"; `file` comes back open on the store.
-int compactStellar(FilePtr& file, const std::vector<uint8_t>& deleteMarks, const DeleteCascade& cascade);
-
-// The text import of "S " lines: the name in the 32 columns from column 3,
-// then RA (hours), Dec (degrees), equinox and magnitude from column 36.
-int beginStellarImport(SupplementalImport* state, const char* textPath, int steps);
-int nextStellarImportBatch(SupplementalImport* state, long* added, long* replaced, long* bad);
-void endStellarImport(SupplementalImport* state);
-// One line: 1 a star, 0 a bad "S " line, -1 a line of another kind.
-int parseStellarLine(const char* line, StellarRecord* out);
-
-int beginStellarScan(SupplementalScan* scan, const SupplementalScanLimits& limits);
-int64_t nextStellarScan(SupplementalScan* scan);
-void endStellarScan(SupplementalScan* scan);
 
 void dropStellarIndexes();
 
