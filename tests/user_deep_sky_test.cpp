@@ -2,7 +2,6 @@
 // code with: its record and 32-bit count, the class words of its import
 // lines, the class mask its objects take, and a PID index that a record
 // doesn't make.
-#include <cstring>
 #include <filesystem>
 #include <string>
 #include <tuple>
@@ -12,19 +11,12 @@
 #include "catalog/object_fill.h"
 #include "catalog/user_deep_sky.h"
 #include "support.h"
+#include "user_object_bytes.h"
 
 namespace {
 
 constexpr double kArcmin = kRadiansPerDegree / 60.0;
 
-void Put(Bytes& b, std::initializer_list<uint8_t> bytes) { b.insert(b.end(), bytes); }
-void PutU32(Bytes& b, uint32_t v) { Put(b, {uint8_t(v), uint8_t(v >> 8), uint8_t(v >> 16), uint8_t(v >> 24)}); }
-void PutU16(Bytes& b, uint16_t v) { Put(b, {uint8_t(v), uint8_t(v >> 8)}); }
-void PutName(Bytes& b, const std::string& name) {
-    Bytes field(33, 0);
-    std::memcpy(field.data(), name.data(), name.size());
-    b.insert(b.end(), field.begin(), field.end());
-}
 
 // A 54-byte record written field by field at its offsets.
 Bytes ObjectBytes(uint32_t pid, uint32_t ra, uint32_t dec, uint16_t magnitude, uint16_t pa, const std::string& name,
@@ -36,7 +28,7 @@ Bytes ObjectBytes(uint32_t pid, uint32_t ra, uint32_t dec, uint16_t magnitude, u
     PutU16(b, magnitude);
     PutU16(b, pa);
     PutName(b, name);
-    Put(b, {objectClass});
+    PutBytes(b, {objectClass});
     PutU16(b, major);
     PutU16(b, minor);
     return b;
@@ -87,16 +79,8 @@ TEST_F(UserDeepSkyTest, TheThreeFilesHoldTheBytesWrittenByHand) {
     EXPECT_EQ(ReadFileBytes(kUdsPath),
               StoreBytes(2, 2, {ObjectBytes(1, 0x20000000, 0x10000000, 344, 350, "NGC 224", 6, 19050, 6170),
                                 ObjectBytes(2, 0x40000000, 0xF0000000, 0xFFF3, 0xFF83, "Hickson 44", 16, 13, 0)}));
-    Bytes alpha;
-    PutU32(alpha, 2);
-    PutName(alpha, "HICKSON 44");
-    PutU32(alpha, 1);
-    PutName(alpha, "NGC 224");
-    PutU32(alpha, 0);
-    EXPECT_EQ(ReadFileBytes(kUdsAlphaPath), alpha);
-    Bytes pids;
-    for (uint32_t v : {2, 0, 1}) PutU32(pids, v);
-    EXPECT_EQ(ReadFileBytes(kUdsPidPath), pids);
+    EXPECT_EQ(ReadFileBytes(kUdsAlphaPath), AlphaBytes({{"HICKSON 44", 1}, {"NGC 224", 0}}));
+    EXPECT_EQ(ReadFileBytes(kUdsPidPath), PidIndexBytes({2, 0, 1}));
 
     int objectClass = 0;
     std::string name;
@@ -149,29 +133,6 @@ TEST_F(UserDeepSkyTest, TheClassWordOfALineNamesTheClass) {
     EXPECT_EQ(r.major, 0);
     EXPECT_EQ(r.minor, 0);
     EXPECT_EQ(r.positionAngle, 0);
-}
-
-TEST_F(UserDeepSkyTest, AnImportAddsReplacesAndCountsBadLines) {
-    const std::string place = "00:42:44.3 +41:16:09 J2000 ";
-    WriteFileText("objects.txt", Line("G", "NGC 224", place + "3.44") + "\n" + Line("PN", "NGC 7293", place + "7.3") +
-                                     "\n" + Line("G", "NGC 224", place + "3.5 190") + "\n" +
-                                     Line("GC", "M 13", place) + "\nS  Vega\n");
-    SupplementalImport state;
-    ASSERT_EQ(beginUdsImport(&state, "objects.txt", 100), 1);
-    long added = 0, replaced = 0, bad = 0;
-    while (nextUdsImportBatch(&state, &added, &replaced, &bad)) {
-    }
-    endUdsImport(&state);
-    EXPECT_EQ(added, 2);
-    EXPECT_EQ(replaced, 1);
-    EXPECT_EQ(bad, 1);
-    long count = 0;
-    FilePtr f = openUds(&count);
-    EXPECT_EQ(count, 2);
-    UdsRecord r;
-    ASSERT_EQ(readUdsRow(f.get(), &r, 0), 1);
-    EXPECT_EQ(r.pid, 1u);
-    EXPECT_EQ(r.major, 19000);
 }
 
 TEST_F(UserDeepSkyTest, TheCascadeTakesTheMaskOfTheObjectsOwnClass) {

@@ -16,19 +16,11 @@
 #include "catalog/object_fill.h"
 #include "catalog/user_stars.h"
 #include "support.h"
+#include "user_object_bytes.h"
 
 namespace {
 
 using Calls = std::vector<std::tuple<int, uint32_t, uint32_t>>;
-
-// Little-endian pieces for hand-made images.
-void Put(Bytes& b, std::initializer_list<uint8_t> bytes) { b.insert(b.end(), bytes); }
-void PutU32(Bytes& b, uint32_t v) { Put(b, {uint8_t(v), uint8_t(v >> 8), uint8_t(v >> 16), uint8_t(v >> 24)}); }
-void PutName(Bytes& b, const std::string& name) {
-    Bytes field(33, 0);
-    std::memcpy(field.data(), name.data(), name.size());
-    b.insert(b.end(), field.begin(), field.end());
-}
 
 // A 47-byte star record written field by field at its offsets.
 Bytes StarBytes(uint32_t pid, uint32_t ra, uint32_t dec, uint16_t magnitude, const std::string& name) {
@@ -36,13 +28,14 @@ Bytes StarBytes(uint32_t pid, uint32_t ra, uint32_t dec, uint16_t magnitude, con
     PutU32(b, pid);
     PutU32(b, ra);
     PutU32(b, dec);
-    Put(b, {uint8_t(magnitude), uint8_t(magnitude >> 8)});
+    PutU16(b, magnitude);
     PutName(b, name);
     return b;
 }
 
 Bytes StoreBytes(uint16_t count, uint32_t lastPid, const std::vector<Bytes>& records) {
-    Bytes b = {uint8_t(count), uint8_t(count >> 8)};
+    Bytes b;
+    PutU16(b, count);
     PutU32(b, lastPid);
     for (const Bytes& r : records) b.insert(b.end(), r.begin(), r.end());
     return b;
@@ -95,17 +88,9 @@ TEST_F(UserStarsTest, TheThreeFilesHoldTheBytesWrittenByHand) {
                                 StarBytes(2, 0x20000000, 0xF0000000, 0xFFF3, "alcor"),
                                 StarBytes(3, 0, 0, 9990, "")}));
     // The empty name has no entry; the others are upper case, sorted.
-    Bytes alpha;
-    PutU32(alpha, 2);
-    PutName(alpha, "ALCOR");
-    PutU32(alpha, 1);
-    PutName(alpha, "VEGA");
-    PutU32(alpha, 0);
-    EXPECT_EQ(ReadFileBytes(kStellarAlphaPath), alpha);
+    EXPECT_EQ(ReadFileBytes(kStellarAlphaPath), AlphaBytes({{"ALCOR", 1}, {"VEGA", 0}}));
     // The highest PID, then the row of each PID at PID x 4.
-    Bytes pids;
-    for (uint32_t v : {3, 0, 1, 2}) PutU32(pids, v);
-    EXPECT_EQ(ReadFileBytes(kStellarPidPath), pids);
+    EXPECT_EQ(ReadFileBytes(kStellarPidPath), PidIndexBytes({3, 0, 1, 2}));
 }
 
 // A store made byte by byte as an older program left it: PIDs 2, 5 and 7,
@@ -194,6 +179,12 @@ TEST_F(UserStarsTest, DeletedIndexesAreBuiltAgainAlike) {
     EXPECT_EQ(findStellarByName(f.get(), "DEN", &r), 2);
     EXPECT_EQ(ReadFileBytes(kStellarAlphaPath), alpha);
     EXPECT_EQ(ReadFileBytes(kStellarPidPath), pids);
+    // A star added later is found by both.
+    StellarRecord mizar = Star("Mizar");
+    ASSERT_EQ(addOrReplaceStellar(f.get(), &mizar), 1);
+    EXPECT_EQ(findStellarByName(f.get(), "miz", &r), 5);
+    EXPECT_EQ(findStellarByPid(f.get(), 5, &r, &row), 1);
+    EXPECT_EQ(row, 5);
 }
 
 TEST_F(UserStarsTest, AfterADeleteTheStaleIndexesNeverAnswerAnotherStar) {
@@ -339,6 +330,15 @@ TEST_F(UserStarsTest, OtherEquinoxesArePrecessedToJ2000) {
         const double wantRa = c.raJ2000 * kRadiansPerDegree, wantDec = c.decJ2000 * kRadiansPerDegree;
         EXPECT_LT(Separation(ra, dec, wantRa, wantDec) / kRadiansPerArcsecond, c.within) << c.ra << " " << c.equinox;
     }
+    // B2000 is not J2000: at 12h +30 the FK4 place moves by the equinox
+    // correction of 0.0775 s (1.16" in RA) and the E-terms taken off (0.08"
+    // in RA, -0.19" in Dec): 1.09" on the sky, worked out by hand.
+    double ra = 0, dec = 0;
+    ASSERT_EQ(supplementalPlace("12:00:00", "+30:00:00", "B2000", &ra, &dec), 1);
+    EXPECT_NEAR(Separation(ra, dec, kPi, kPi / 6) / kRadiansPerArcsecond, 1.09, 0.1);
+    ASSERT_EQ(supplementalPlace("12:00:00", "+30:00:00", "J2000", &ra, &dec), 1);
+    EXPECT_EQ(ra, kPi);
+    EXPECT_EQ(dec, 30 * kRadiansPerDegree);
 }
 
 TEST_F(UserStarsTest, TheCountOf65535StarsWrapsToNought) {
