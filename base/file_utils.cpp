@@ -56,6 +56,19 @@ int CopyFileTo(const char* source, const char* target) {
     return 0;
 }
 
+int ReplaceFileWith(const char* target, const char* source) {
+    const std::string aside = std::string(target) + ".old";
+    std::remove(aside.c_str());
+    const bool hadTarget = platform::PathExists(target);
+    if (hadTarget && std::rename(target, aside.c_str()) != 0) return 0;
+    if (std::rename(source, target) != 0) {
+        if (hadTarget) std::rename(aside.c_str(), target);
+        return 0;
+    }
+    std::remove(aside.c_str());
+    return 1;
+}
+
 int MakeFolder(const char* path) {
     if (platform::PathExists(path)) return 1;
     return platform::CreateFolder(path) ? 1 : 0;

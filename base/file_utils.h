@@ -35,6 +35,11 @@ uint64_t FileSize(const char* path);
 // 0 on any failure, 1 when copied. A failed copy leaves no target behind.
 int CopyFileTo(const char* source, const char* target);
 
+// Puts `source` in the place of `target` under the target's name. The old
+// target is moved aside first and comes back when the move fails, so that
+// one of the two is always there under the target's name; 1 when moved.
+int ReplaceFileWith(const char* target, const char* source);
+
 // 1 when the folder exists already or could be made, else 0.
 int MakeFolder(const char* path);
 

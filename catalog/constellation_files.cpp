@@ -109,10 +109,14 @@ int constellationOfB1875Place(FILE* conrect, double ra, double dec) {
     return -1;
 }
 
-int constellationOfPlace(double ra, double dec) {
+void precessToBoundaryEpoch(double* ra, double* dec) {
     PrecessionContext context;
     PrecessionPrepare(&context, 0.0, kBoundaryEpoch, kFk5, kFk5);
-    PrecessionApply(&context, &ra, &dec, 0.0, 0.0, 0);
+    PrecessionApply(&context, ra, dec, 0.0, 0.0, 0);
+}
+
+int constellationOfPlace(double ra, double dec) {
+    precessToBoundaryEpoch(&ra, &dec);
     FilePtr conrect = openConstellationRectangles();
     return constellationOfB1875Place(conrect.get(), ra, dec);
 }

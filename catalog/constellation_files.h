@@ -123,6 +123,10 @@ bool constellationRectangleHolds(double raFirst, double raSecond, double decFirs
 // a zone in its order, the first that holds the place wins; -1 when none.
 int constellationOfB1875Place(FILE* conrect, double ra, double dec);
 
+// A J2000 place (radians) precessed to B1875.0, the epoch of the
+// boundaries, in place.
+void precessToBoundaryEpoch(double* ra, double* dec);
+
 // The zone of a J2000 place (radians), precessed to B1875.0 first; -1 when
 // none holds it or `conrect` won't open.
 int constellationOfPlace(double ra, double dec);

@@ -20,6 +20,8 @@
 #include "catalog/multiple_stars.h"
 #include "catalog/object_place.h"
 #include "catalog/star_file.h"
+#include "catalog/user_deep_sky.h"
+#include "catalog/user_stars.h"
 
 namespace {
 
@@ -225,9 +227,14 @@ int refillByIdentity(ObjectRecord* r, double riseSetStart, double riseSetEnd, co
         case kClassDarkNebula:
             count = ReadDeepSky<DarkNebulaData>(r, r->pid, [] { return openDn(0); }, readDarkNebula);
             break;
-        // The orbit classes (3, 4, 13, 14) come with their element stores,
-        // and the user's own stars and deep-sky objects (12, 18) with their
-        // stores; until then their objects are not found.
+        case kClassSupplementalStar:
+            count = readStellarObject(r, r->pid);
+            break;
+        case kClassSupplementalDeepSky:
+            count = readUdsObject(r, r->pid);
+            break;
+        // The orbit classes (3, 4, 13, 14) come with their element stores;
+        // until then their objects are not found.
         default:
             return 0;
     }

@@ -15,7 +15,7 @@ const char kUserObjectsSynopsis[] =
 const char kUserObjectsDetails[] =
     "  add-objects KIND FILE\n"
     "                 reads a text file of objects into the user's store of\n"
-    "                 that kind (user/stellar.bin, user/deepsky.bin,\n"
+    "                 that kind (user/stellar.bin, user/uds.bin,\n"
     "                 user/mp.bin, user/comet.bin) and prints how many were\n"
     "                 added, replaced or unchanged, and how many lines were\n"
     "                 bad. Minor planets come in the fixed columns of the\n"

@@ -413,5 +413,58 @@ run orbit --q 0.4 --e 1 --peri 10 --node 20 --incl 30 --perihelion-time 2010-05-
     --at 2010-06-01T00:00
 check "a parabola in UT" test "$rc" -eq 0 -a "$(json timeScale)" = '"UT"'
 
+# The user's own stars and deep-sky objects. A text import: a line of each
+# kind, a name with a tab and a degree sign (Windows text), a line too short
+# to be a star, another kind's line, and a star given again.
+printf 'S Vega                              18:36:56.3 +38:47:01 J2000 0.03\r\n' >stars.txt
+printf 'S Tab\there 3\xb0                        05:55:10.3 +07:24:25 2000 0.5\r\n' >>stars.txt
+printf 'S Short                             18:36:56.3\r\nG  NGC 224\r\n' >>stars.txt
+printf 'S Vega                              18:36:56.3 +38:47:01 J2000 0.05\r\n' >>stars.txt
+run add-objects stars stars.txt
+check "add-objects stars exits 0" test "$rc" -eq 0
+check "add-objects stars counts" test "$out" = "added 2, replaced 1, bad 1"
+run user-objects stars
+check "user-objects stars lists both" test "$out" = $'1\tVega\t279.234583\t38.783611\t0.05\n2\tTab\\there 3\xc2\xb0\t88.792917\t7.406945\t0.50'
+run add-objects stars missing.txt
+check "a missing text file exits 1" test "$rc" -eq 1 -a -z "$out"
+# A store made byte by byte: PID 4 at a half turn and an eighth, magnitude
+# 0.03; PID 9 with no name; the last PID issued 9.
+rm -f user/stellar.bin user/us_alpha.bin user/us_pid.bin
+put user/stellar.bin 0 02 00 09 00 00 00 04 00 00 00 00 00 00 40 00 00 00 10 03 00 56 45 47 41
+put user/stellar.bin 52 00 09 00 00 00
+put user/stellar.bin 99 00
+run user-objects stars
+check "a crafted store lists" test "$out" = $'4\tVEGA\t180.000000\t45.000000\t0.03\n9\t\t0.000000\t0.000000\t0.00'
+run object 12 4 --at 2000-01-01T12:00
+check "object 12 4 is the user's star" grep -qF '"raJ2000": 3.14159265505' <<<"$out"
+check "object 12 4 has the star mask" grep -qF '"PID": 4, "objectClass": 12' <<<"$out"
+check "object 12 4 mask 16" grep -qF '"classMask": 16,' <<<"$out"
+run delete-object 12 9
+check "delete-object 12 9 exits 0" test "$rc" -eq 0
+run delete-object 12 9
+check "a deleted star is not there" test "$rc" -eq 1 -a -z "$out"
+check "and says so" grep -qF "no star 9 in user/stellar.bin" "$work/stderr"
+check "the last PID stays after a delete" test "$(od -An -tx1 -N6 user/stellar.bin)" = " 01 00 09 00 00 00"
+run compact stars
+check "compact stars exits 0" test "$rc" -eq 0 -a "$out" = "kept 1"
+check "the last PID goes down after a compaction" test "$(od -An -tx1 -N6 user/stellar.bin)" = " 01 00 04 00 00 00"
+check "the compacted store has its one star" test "$(wc -c <user/stellar.bin)" -eq 53
+run delete-object 12 0
+check "PID 0 is a usage error" test "$rc" -eq 2
+printf 'GG Hickson 44                       10:18:00 +21:48:00 J2000 9.5 6 4 90\n' >deep.txt
+printf 'PN NGC 7293                         22:29:38.5 -20:50:14 J2000 7.3 16\n' >>deep.txt
+printf 'G  NGC 224                          00:42:44.3 +41:16:09 J2000\n' >>deep.txt
+run add-objects deep-sky deep.txt
+check "add-objects deep-sky counts" test "$rc" -eq 0 -a "$out" = "added 2, replaced 0, bad 1"
+run user-objects deep-sky
+check "user-objects deep-sky" test "$out" = $'1\tHickson 44\t154.500000\t21.800000\t9.50\t16\t6.00\t4.00\t90.0\n2\tNGC 7293\t337.410417\t-20.837222\t7.30\t8\t16.00\t0.00\t0.0'
+run object 18 1 --at 2000-01-01T12:00
+check "object 18 1 has the group's mask" grep -qF '"classMask": 65536,' <<<"$out"
+run delete-object 18 1
+check "delete-object 18 1 exits 0" test "$rc" -eq 0
+run compact deep-sky
+check "compact deep-sky" test "$rc" -eq 0 -a "$out" = "kept 1"
+check "the deep-sky header after compaction" test "$(od -An -tx1 -N8 user/uds.bin)" = " 01 00 00 00 02 00 00 00"
+
 echo "cli: $passes passed, $failures failed"
 test "$failures" -eq 0
