@@ -1,11 +1,12 @@
 #include "catalog/comet_elements_text.h"
 
 #include <algorithm>
+#include <cmath>
+#include <cstdlib>
 #include <cstring>
 #include <string>
 
 #include "astro/calendar.h"
-#include "astro/fixed_fields.h"
 
 namespace {
 
@@ -23,13 +24,20 @@ std::string Columns(const std::string& line, size_t first, size_t last) {
     return line.substr(first - 1, last - first + 1);
 }
 
+// A field that reads whole as a number, or the parse sentinel: a stray
+// character makes the line bad rather than a number cut short.
 double Real(const std::string& line, size_t first, size_t last) {
-    return FixedReal(Columns(line, first, last).c_str(), static_cast<int>(last - first + 1));
+    const std::string field = Trimmed(Columns(line, first, last));
+    if (field.empty()) return kBad;
+    char* end = nullptr;
+    const double v = std::strtod(field.c_str(), &end);
+    return *end == '\0' && std::isfinite(v) ? v : kBad;
 }
 
 long Whole(const std::string& line, size_t first, size_t last) {
-    const std::string field = Columns(line, first, last);
-    return Trimmed(field).empty() ? kBadInt : FixedInt(field.c_str(), static_cast<int>(field.size()));
+    const std::string field = Trimmed(Columns(line, first, last));
+    if (field.empty() || field.find_first_not_of("0123456789") != std::string::npos) return kBadInt;
+    return std::strtol(field.c_str(), nullptr, 10);
 }
 
 // Julian centuries from J2000.0 of a calendar date with a day fraction;
