@@ -5,9 +5,12 @@
 #include <vector>
 
 #include "astro/bodies.h"
+#include "astro/orbit_place.h"
+#include "astro/planet_series.h"
 #include "astro/precession.h"
 #include "catalog/catalogue_codes.h"
 #include "catalog/catalogue_files.h"
+#include "catalog/comet_orbit.h"
 #include "catalog/cluster_files.h"
 #include "catalog/constellation_files.h"
 #include "catalog/dark_nebula_files.h"
@@ -96,6 +99,27 @@ int ReadConstellation(ObjectRecord* r, uint32_t pid) {
     ConstellationData data;
     if (pid > 88 || !file || !readConstellationBox(file.get(), static_cast<int>(pid), &data)) return 0;
     TakeCommon(r, pid, data);
+    return 1;
+}
+
+// A comet of class 3 or 13 on its orbit at the instant: the J2000 place with
+// light time, the magnitude by its law, and the distance from the Earth in
+// au for the parallax of the common tail. No coma size is computed, so the
+// sizes stay 0. PID 0 is a valid reference comet.
+int ReadComet(ObjectRecord* r, const Site* site, const Instant* instant, double* distanceAu) {
+    OrbitRecord orbit;
+    if (!PlanetSeriesLoaded() || !orbitOfComet(site, instant, r->objectClass, r->pid, &orbit))
+        return 0;
+    double ra = 0, dec = 0, delta = 0, magnitude = 0;
+    if (!OrbitGeocentric(instant, &orbit, &ra, &dec, &delta, nullptr, nullptr, &magnitude, nullptr))
+        return 0;
+    r->raJ2000 = ra;
+    r->decJ2000 = dec;
+    r->pmRa = r->pmDec = 0;
+    r->magnitude = static_cast<float>(magnitude);
+    r->magnitude2 = 99.9f;
+    r->sizeMajor = r->sizeMinor = r->sizeDefault = 0;
+    *distanceAu = delta;
     return 1;
 }
 
@@ -233,7 +257,11 @@ int refillByIdentity(ObjectRecord* r, double riseSetStart, double riseSetEnd, co
         case kClassSupplementalDeepSky:
             count = readUdsObject(r, r->pid);
             break;
-        // The orbit classes (3, 4, 13, 14) come with their element stores;
+        case kClassComet:
+        case kClassUserComet:
+            count = ReadComet(r, site, instant, &distanceAu);
+            break;
+        // The minor-planet classes (4, 14) come with their element stores;
         // until then their objects are not found.
         default:
             return 0;

@@ -466,5 +466,39 @@ run compact deep-sky
 check "compact deep-sky" test "$rc" -eq 0 -a "$out" = "kept 1"
 check "the deep-sky header after compaction" test "$(od -An -tx1 -N8 user/uds.bin)" = " 01 00 00 00 02 00 00 00"
 
+# The user's comets, read from CometEls.txt lines: Encke with the elements
+# of Meeus's example 33.a as the list gives them (q = a (1 - e)), and a line
+# that does not read. A user comet stands where `orbit` puts the same
+# elements.
+printf '%s\n' '# a comment line is no comet' \
+    '0002P         1990 10 28.5450  0.330886  0.850220  186.2335  334.7501   11.9452  19901006  10.0  4.0  2P/Encke' \
+    '0002P         1990 10 28.5450  0.330886  0.8x0220  186.2335  334.7501   11.9452  19901006  10.0  4.0  2P/Bad' \
+    >"$work/comets.txt"
+run add-objects comets "$work/comets.txt"
+check "add-objects comets counts" test "$rc" -eq 0 -a "$out" = "1 added, 0 replaced, 0 unchanged, 1 bad"
+run add-objects comets "$work/comets.txt"
+check "the same elements again are unchanged" test "$out" = "0 added, 0 replaced, 1 unchanged, 1 bad"
+run user-objects comets
+check "user-objects comets lists Encke" test "$(cut -f1,2,4,5 <<<"$out")" = $'1\t2P/Encke\t0.330886\t0.850220'
+run object 13 1 --at 1990-10-06T00:00 --dynamical
+check "object 13 1 exits 0" test "$rc" -eq 0
+comet=$out
+run orbit --q 0.330886 --e 0.850220 --peri 186.2335 --node 334.7501 --incl 11.9452 \
+    --perihelion-time 1990-10-28T13:04:48 --comet-g 10 --comet-k 4 --at 1990-10-06T00:00 --dynamical
+check "the user comet's ra is the orbit's" near "$(out=$comet json raJ2000)" "$(json ra)" 0.000005
+check "the user comet's dec is the orbit's" near "$(out=$comet json decJ2000)" "$(json dec)" 0.000005
+check "the user comet's magnitude is the orbit's" near "$(out=$comet json magnitude)" "$(json magnitude)" 0.0001
+check "Encke near Meeus's place" near "$(json ra)" 2.7673760 0.0002
+run object 3 0 --at 1990-10-06T00:00 --dynamical
+check "no reference comets in the sample's solar folder" test "$rc" -eq 1
+run delete-object 13 1
+check "delete-object 13 1" test "$rc" -eq 0
+run object 13 1 --at 1990-10-06T00:00 --dynamical
+check "a deleted comet is gone" test "$rc" -eq 1
+run delete-object 13 1
+check "deleting it again exits 1" test "$rc" -eq 1
+run compact comets
+check "compact brings the last PID down" test "$out" = "0 rows kept, last PID 0"
+
 echo "cli: $passes passed, $failures failed"
 test "$failures" -eq 0

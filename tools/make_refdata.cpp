@@ -40,6 +40,7 @@
 #include "catalog/star_indexes.h"
 #include "catalog/star_texts.h"
 #include "catalog/variable_stars.h"
+#include "tools/refdata_comets.h"
 #include "tools/refdata_constellations.h"
 #include "tools/refdata_deep_sky.h"
 #include "tools/refdata_solar.h"
@@ -84,6 +85,7 @@ struct ReferenceSet {
     ConstellationImages constellations;
     DeepSkyImages deepSky;
     std::vector<SolarFile> solar;
+    long comets = 0;
 };
 
 // ---- Building --------------------------------------------------------------
@@ -447,7 +449,13 @@ std::string ReadmeText(const ReferenceSet& set) {
         "               latitude (abridged ELP-2000/82)\n"
         "  plutotab.bin Pluto's 43 periodic terms (J2000)\n"
         "  nutcon.bin   62 terms of the IAU 1980 nutation (the largest one is coded\n"
-        "               in the program)\n\n"
+        "               in the program)\n"
+        "  comets.bin, cnames.bin\n"
+        "               " + std::to_string(set.comets) + " reference comets (class 3, PID = record from 0) and\n"
+        "               their name list, from the Minor Planet Center's CometEls.txt;\n"
+        "               one set of osculating elements a comet, used as a two-body\n"
+        "               orbit at every date: there are no epoch files for comets, so\n"
+        "               the elements stay the same whatever the date asked for\n\n"
         "Deep-sky counts: " +
         [&] {
             std::string counts;
@@ -488,7 +496,11 @@ std::string ReadmeText(const ReferenceSet& set) {
         "  (1998), Tables 47.A and 47.B (the abridged ELP-2000/82 of M. Chapront-Touze\n"
         "  and J. Chapront) and 37.A. Published coefficients; cite the book.\n"
         "  Nutation: the IAU 1980 theory (Seidelmann 1982), its 63 terms of at least\n"
-        "  0.0003\". Published coefficients.\n";
+        "  0.0003\". Published coefficients.\n"
+        "  Comet elements: IAU Minor Planet Center, CometEls.txt (epoch 2026 May 31.0\n"
+        "  TT); each record keeps the MPC's reference for its orbit. Attribution to\n"
+        "  the Minor Planet Center as its terms ask; updated copies:\n"
+        "  https://www.minorplanetcenter.net/iau/MPCORB/CometEls.txt\n";
     if (!set.deepSky.notes.empty()) {
         t += "\nDeep-sky notes:\n";
         for (const std::string& note : set.deepSky.notes) t += "  " + note + "\n";
@@ -591,6 +603,9 @@ int Help() {
         "  OUTDIR/README.txt  what the set holds, its sources and their licences\n"
         "  solar folder    PLANETS.NDX, PLANETS.BIN, moontab.bin, plutotab.bin and\n"
         "                  nutcon.bin, from the series in the source's solar/ folder;\n"
+        "                  and comets.bin and cnames.bin, the reference comets, from\n"
+        "                  the MPC element lines in the source's orbits/ folder\n"
+        "                  (two-body elements, the same whatever the date);\n"
         "                  OUTDIR/solar/ unless --solar names another\n",
         stdout);
     return 0;
@@ -625,7 +640,8 @@ int main(int argc, char** argv) {
         !ReadStarNames(source + "/star-names.csv", &set.names, &error) || !TieNames(set, &error) ||
         !MakeConstellationImages(source, &set.constellations, &error) ||
         !MakeDeepSkyImages(source, &set.deepSky, &error) ||
-        !MakeSolarImages(source + "/solar", &set.solar, &error)) {
+        !MakeSolarImages(source + "/solar", &set.solar, &error) ||
+        !MakeCometImages(source + "/orbits", &set.solar, &set.comets, &error)) {
         std::fprintf(stderr, "make-refdata: %s\n", error.c_str());
         return 1;
     }
