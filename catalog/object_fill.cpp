@@ -12,6 +12,7 @@
 #include "catalog/constellation_files.h"
 #include "catalog/dark_nebula_files.h"
 #include "catalog/galaxy_files.h"
+#include "catalog/minor_planet_objects.h"
 #include "catalog/nebula_files.h"
 #include "catalog/planetary_files.h"
 #include "catalog/quasar_files.h"
@@ -225,7 +226,13 @@ int refillByIdentity(ObjectRecord* r, double riseSetStart, double riseSetEnd, co
         case kClassDarkNebula:
             count = ReadDeepSky<DarkNebulaData>(r, r->pid, [] { return openDn(0); }, readDarkNebula);
             break;
-        // The orbit classes (3, 4, 13, 14) come with their element stores,
+        case kClassMinorPlanet:
+            count = readMinorPlanetObject(r, r->pid, instant, &distanceAu);
+            break;
+        case kClassUserMinorPlanet:
+            count = readUserMinorPlanetObject(r, r->pid, instant, &distanceAu);
+            break;
+        // The comets (3, 13) come with their element stores,
         // and the user's own stars and deep-sky objects (12, 18) with their
         // stores; until then their objects are not found.
         default:
