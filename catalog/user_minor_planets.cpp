@@ -286,9 +286,12 @@ int SameEpochRow(FILE* file, uint32_t first, uint32_t count, uint32_t pid, doubl
     return 0;
 }
 
+// The perihelion time follows the epoch, so it is held to the same
+// tolerance: a changed mean anomaly still shows.
 bool SameElements(const UserMpRecord& a, const UserMpRecord& b) {
     return std::fabs(a.epoch - b.epoch) < kUserMpEpochTolerance &&
-           a.perihelionEpoch == b.perihelionEpoch && a.perihelionDistance == b.perihelionDistance &&
+           std::fabs(a.perihelionEpoch - b.perihelionEpoch) < kUserMpEpochTolerance &&
+           a.perihelionDistance == b.perihelionDistance &&
            a.semiMajorAxis == b.semiMajorAxis && a.eccentricity == b.eccentricity &&
            a.inclination == b.inclination && a.argPerihelion == b.argPerihelion &&
            a.node == b.node && a.h == b.h && a.g == b.g;
