@@ -15,6 +15,7 @@
 #include "catalog/constellation_files.h"
 #include "catalog/dark_nebula_files.h"
 #include "catalog/galaxy_files.h"
+#include "catalog/minor_planet_objects.h"
 #include "catalog/nebula_files.h"
 #include "catalog/planetary_files.h"
 #include "catalog/quasar_files.h"
@@ -261,8 +262,12 @@ int refillByIdentity(ObjectRecord* r, double riseSetStart, double riseSetEnd, co
         case kClassUserComet:
             count = ReadComet(r, site, instant, &distanceAu);
             break;
-        // The minor-planet classes (4, 14) come with their element stores;
-        // until then their objects are not found.
+        case kClassMinorPlanet:
+            count = readMinorPlanetObject(r, r->pid, instant, &distanceAu);
+            break;
+        case kClassUserMinorPlanet:
+            count = readUserMinorPlanetObject(r, r->pid, instant, &distanceAu);
+            break;
         default:
             return 0;
     }

@@ -500,5 +500,42 @@ check "deleting it again exits 1" test "$rc" -eq 1
 run compact comets
 check "compact brings the last PID down" test "$out" = "0 rows kept, last PID 0"
 
+# The minor planets. Ceres by the Minor Planet Center's elements of 2025 Nov
+# 21.0 TT, in the user's store as an "MP " line and in the reference set.
+ceres=(--a 2.7656157 --e 0.079576 --peri 73.300 --node 80.250 --incl 10.588
+       --mean-anomaly 231.540 --epoch 2025-11-21T00:00 --h 3.35 --g 0.15)
+printf 'MP %-41s%4s %2s %4s %7s %10s %8s %7s %7s %7s %5s %6s %s\n' "(1) Ceres" 2025 11 21.0 \
+    231.540 2.7656157 0.079576 73.300 80.250 10.588 3.35 0.15 MPC >ceres.txt
+echo "MP (1) a line that is not an orbit" >>ceres.txt
+run add-objects minor-planets ceres.txt --format mp
+check "add-objects minor-planets" test "$rc" -eq 0 -a "$out" = "1 added, 0 replaced, 0 unchanged, 1 bad"
+run add-objects minor-planets ceres.txt --format mp
+check "the same file again is unchanged" test "$out" = "0 added, 0 replaced, 1 unchanged, 1 bad"
+run user-objects minor-planets
+check "user-objects minor-planets" grep -qP '^1\tCeres\t1\t2461000.5000000000\t' <<<"$out"
+run orbit "${ceres[@]}" --at 2026-01-01T00:00 --dynamical
+ra=$(json ra) dec=$(json dec)
+run object 14 1 --at 2026-01-01T00:00 --dynamical
+check "object 14 1 is a user minor planet" grep -qF '"classMask": 8,' <<<"$out"
+check "object 14 1 at the orbit's ra" near "$(json raJ2000)" "$ra" 0.000001
+check "object 14 1 at the orbit's dec" near "$(json decJ2000)" "$dec" 0.000001
+run orbit --a 2.7656157 --e 0.0795763 --peri 73.29974 --node 80.24963 --incl 10.58789 \
+    --mean-anomaly 231.53975 --epoch 2025-11-21T00:00 --h 3.35 --g 0.15 --at 2026-01-01T00:00 --dynamical
+ra=$(json ra) dec=$(json dec)
+mkdir -p solar/elements
+cp "$solar_tables"/mp_data.bin "$solar_tables"/mp_names.bin "$solar_tables"/mp_alpha.bin \
+    "$solar_tables"/limits.bin solar/
+cp -r "$solar_tables"/elements/elements solar/elements/
+run object 4 1 --at 2026-01-01T00:00 --dynamical
+check "object 4 1 is the reference Ceres" grep -qF '"PID": 1,' <<<"$out"
+check "object 4 1 at the orbit's ra" near "$(json raJ2000)" "$ra" 0.000001
+check "object 4 1 at the orbit's dec" near "$(json decJ2000)" "$dec" 0.000001
+run delete-object 14 1
+check "delete-object 14 1" test "$rc" -eq 0
+run object 14 1 --at 2026-01-01T00:00
+check "a deleted minor planet is not found" test "$rc" -eq 1
+run delete-object 14 1
+check "deleting it again fails" test "$rc" -eq 1
+
 echo "cli: $passes passed, $failures failed"
 test "$failures" -eq 0

@@ -7,7 +7,12 @@
 // deep-sky objects in their class files with the Messier, NGC, IC, PGC, UGC,
 // MCG, ESO and common-name tables; the constellation files; and the planet
 // engine's tables (PLANETS.NDX, PLANETS.BIN, moontab.bin, plutotab.bin,
-// nutcon.bin) from the published series in the source's solar/ folder.
+// nutcon.bin) from the published series in the source's solar/ folder;
+// and the reference minor planets (mp_data, mp_names, mp_alpha, limits, and
+// the element files under elements/elements/) from the Minor Planet
+// Center's elements in the source's orbits/ folder, in the solar folder too,
+// which the sample's vesperal.ini names as both minor-planet roots (lines 7
+// and 8: solar/ and solar/elements/).
 //
 //   make-refdata OUTDIR [--source DIR] [--solar DIR]
 //
@@ -43,6 +48,7 @@
 #include "tools/refdata_comets.h"
 #include "tools/refdata_constellations.h"
 #include "tools/refdata_deep_sky.h"
+#include "tools/refdata_minor_planets.h"
 #include "tools/refdata_solar.h"
 #include "tools/refdata_sources.h"
 
@@ -55,6 +61,9 @@ namespace {
 constexpr double kDegree = std::numbers::pi / 180.0;
 // The name number where the V-numbers begin.
 constexpr int kFirstVNumber = 335;
+// The element files cover 1 January of the first year to that of the last.
+constexpr int kMinorPlanetFirstYear = 2000;
+constexpr int kMinorPlanetLastYear = 2050;
 
 using Image = std::vector<uint8_t>;
 
@@ -86,6 +95,7 @@ struct ReferenceSet {
     DeepSkyImages deepSky;
     std::vector<SolarFile> solar;
     long comets = 0;
+    MinorPlanetImages minorPlanets;
 };
 
 // ---- Building --------------------------------------------------------------
@@ -455,7 +465,21 @@ std::string ReadmeText(const ReferenceSet& set) {
         "               their name list, from the Minor Planet Center's CometEls.txt;\n"
         "               one set of osculating elements a comet, used as a two-body\n"
         "               orbit at every date: there are no epoch files for comets, so\n"
-        "               the elements stay the same whatever the date asked for\n\n"
+        "               the elements stay the same whatever the date asked for\n"
+        "  mp_data.bin, mp_names.bin, mp_alpha.bin, limits.bin\n"
+        "               " + std::to_string(set.minorPlanets.count) +
+        " reference minor planets, (1) Ceres on, numbered as the\n"
+        "               Minor Planet Center numbers them: H and G, names, names in\n"
+        "               alphabetical order, the range of element files\n"
+        "  elements/elements/NNNNN.bin\n"
+        "               element files " + std::to_string(set.minorPlanets.lowestFile) + " to " +
+        std::to_string(set.minorPlanets.highestFile) + ", one for every 40 days of " +
+        std::to_string(kMinorPlanetFirstYear) + " to " + std::to_string(kMinorPlanetLastYear) + ".\n"
+        "               The orbits are two-body (no perturbations), so every file holds\n"
+        "               the same elements: the MPC's osculating elements of 2025 Nov 21.0\n"
+        "               TT with the perihelion time from their mean anomaly. Far from\n"
+        "               that epoch the places drift from the true ones (a degree or so\n"
+        "               in ten years for a main-belt object).\n\n"
         "Deep-sky counts: " +
         [&] {
             std::string counts;
@@ -500,7 +524,13 @@ std::string ReadmeText(const ReferenceSet& set) {
         "  Comet elements: IAU Minor Planet Center, CometEls.txt (epoch 2026 May 31.0\n"
         "  TT); each record keeps the MPC's reference for its orbit. Attribution to\n"
         "  the Minor Planet Center as its terms ask; updated copies:\n"
-        "  https://www.minorplanetcenter.net/iau/MPCORB/CometEls.txt\n";
+        "  https://www.minorplanetcenter.net/iau/MPCORB/CometEls.txt\n"
+        "  Minor planets: orbital elements from the IAU Minor Planet Center (MPC),\n"
+        "  Smithsonian Astrophysical Observatory, MPCORB.DAT (epoch 2025 Nov 21.0 TT;\n"
+        "  the lines of (1) to (30), with the reference and orbit computer of each,\n"
+        "  are in the source's orbits/mpcorb-excerpt.dat). Updated copies:\n"
+        "  https://www.minorplanetcenter.net/iau/MPCORB/MPCORB.DAT. Terms: programs may\n"
+        "  include the data with proper attribution to the Minor Planet Center.\n";
     if (!set.deepSky.notes.empty()) {
         t += "\nDeep-sky notes:\n";
         for (const std::string& note : set.deepSky.notes) t += "  " + note + "\n";
@@ -562,7 +592,11 @@ bool WriteSet(const std::string& out, const std::string& solar, ReferenceSet& se
             return false;
         }
     }
-    for (const SolarFile& file : set.solar) {
+    std::vector<SolarFile> solarFiles = set.solar;
+    solarFiles.insert(solarFiles.end(), set.minorPlanets.small.begin(), set.minorPlanets.small.end());
+    for (long n = set.minorPlanets.lowestFile; n <= set.minorPlanets.highestFile; ++n)
+        solarFiles.push_back({"elements/elements/" + std::to_string(n) + ".bin", set.minorPlanets.elements});
+    for (const SolarFile& file : solarFiles) {
         const std::string path = solar + "/" + file.name;
         if (!WriteImage(path, file.bytes)) {
             std::fprintf(stderr, "make-refdata: cannot write %s\n", path.c_str());
@@ -606,7 +640,14 @@ int Help() {
         "                  and comets.bin and cnames.bin, the reference comets, from\n"
         "                  the MPC element lines in the source's orbits/ folder\n"
         "                  (two-body elements, the same whatever the date);\n"
-        "                  OUTDIR/solar/ unless --solar names another\n",
+        "                  OUTDIR/solar/ unless --solar names another; there too\n"
+        "                  the reference minor planets from the source's orbits/\n"
+        "                  minor-planets.csv (Minor Planet Center): mp_data.bin,\n"
+        "                  mp_names.bin, mp_alpha.bin, limits.bin, and under\n"
+        "                  elements/elements/ one element file for every 40 days of\n"
+        "                  2000 to 2050. The orbits are two-body, so the elements do\n"
+        "                  not change from one element file to the next: every file\n"
+        "                  holds the same, and only its number tells the epoch\n",
         stdout);
     return 0;
 }
@@ -641,7 +682,9 @@ int main(int argc, char** argv) {
         !MakeConstellationImages(source, &set.constellations, &error) ||
         !MakeDeepSkyImages(source, &set.deepSky, &error) ||
         !MakeSolarImages(source + "/solar", &set.solar, &error) ||
-        !MakeCometImages(source + "/orbits", &set.solar, &set.comets, &error)) {
+        !MakeCometImages(source + "/orbits", &set.solar, &set.comets, &error) ||
+        !MakeMinorPlanetImages(source + "/orbits/minor-planets.csv", kMinorPlanetFirstYear,
+                               kMinorPlanetLastYear, &set.minorPlanets, &error)) {
         std::fprintf(stderr, "make-refdata: %s\n", error.c_str());
         return 1;
     }
@@ -659,7 +702,7 @@ int main(int argc, char** argv) {
     }
 
     if (!MakeFolders(out + "/small") || !MakeFolders(out + "/stars") ||
-        !MakeFolders(out + "/gsc") || !MakeFolders(solar)) {
+        !MakeFolders(out + "/gsc") || !MakeFolders(solar) || !MakeFolders(solar + "/elements/elements")) {
         std::fprintf(stderr, "make-refdata: cannot make the folders under %s and %s\n",
                      out.c_str(), solar.c_str());
         return 1;

@@ -1,0 +1,56 @@
+#include "catalog/minor_planet_objects.h"
+
+#include "astro/orbit.h"
+#include "astro/orbit_place.h"
+#include "astro/planet_series.h"
+#include "catalog/minor_planet_files.h"
+#include "catalog/user_minor_planets.h"
+
+namespace {
+
+void TakePlace(ObjectRecord* r, uint32_t pid, double ra, double dec, double magnitude) {
+    r->pid = pid;
+    r->raJ2000 = ra;
+    r->decJ2000 = dec;
+    r->pmRa = r->pmDec = 0;
+    r->magnitude = static_cast<float>(magnitude);
+    r->magnitude2 = 99.9f;
+    r->sizeMajor = r->sizeMinor = r->sizeDefault = 0;
+}
+
+}  // namespace
+
+int readMinorPlanetObject(ObjectRecord* r, uint32_t pid, const Instant* instant, double* distanceAu) {
+    if (!r || !instant || !PlanetSeriesLoaded()) return 0;
+    MpCursor cursor;
+    if (!openMpCursor(&cursor)) return 0;
+    MpPlace place;
+    const int answer = orbitOfMinorPlanet(&cursor, instant, pid, &place);
+    closeMpCursor(&cursor);
+    if (answer != 1) return 0;
+    TakePlace(r, pid, place.ra, place.dec, place.magnitude);
+    *distanceAu = place.geoDistance;
+    return 1;
+}
+
+int readUserMinorPlanetObject(ObjectRecord* r, uint32_t pid, const Instant* instant,
+                              double* distanceAu) {
+    if (!r || !instant || !PlanetSeriesLoaded() || !FileExists(kUserMpPath)) return 0;
+    FilePtr store = openUserMp(nullptr);
+    UserMpRecord row;
+    if (!store || !userMpRowForInstant(store.get(), pid, instant->tDyn, &row, nullptr)) return 0;
+    store.reset();
+    UserMpElements e;
+    unpackUserMp(row, &e);
+    OrbitRecord orbit;
+    if (!OrbitInit(&orbit, e.perihelionEpoch, e.epoch, 0.0, e.semiMajorAxis, e.perihelionDistance,
+                   e.eccentricity, e.argPerihelion, e.node, e.inclination, 0.0, e.h, e.g, 2))
+        return 0;
+    OrbitVectors(&orbit);
+    double ra = 0, dec = 0, distance = 0, magnitude = 99.9;
+    if (!OrbitGeocentric(instant, &orbit, &ra, &dec, &distance, nullptr, nullptr, &magnitude, nullptr))
+        return 0;
+    TakePlace(r, pid, ra, dec, magnitude);
+    *distanceAu = distance;
+    return 1;
+}
