@@ -120,6 +120,13 @@ int ReadHeader(FILE* f, typename S::Header* h) {
     return ReadRecord<typename S::HeaderLayout>(f, *h);
 }
 
+// The last PID issued, from the head; -1 when the head can't be read.
+template <class S>
+long LastPid(FILE* f) {
+    typename S::Header h;
+    return ReadHeader<S>(f, &h) ? static_cast<long>(h.lastPid) : -1;
+}
+
 // The last PID goes first and the count last, so that a write that fails
 // half-way never leaves a count that takes in a record whose PID the header
 // doesn't know.

@@ -113,6 +113,7 @@ inline constexpr auto& findUdsByPid = supplemental::FindByPid<UdsShape>;
 inline constexpr auto& deleteUdsRow = supplemental::DeleteRow<UdsShape>;
 inline constexpr auto& deleteUdsByPid = supplemental::DeleteByPid<UdsShape>;
 inline constexpr auto& compactUds = supplemental::Compact<UdsShape>;
+inline constexpr auto& udsLastPid = supplemental::LastPid<UdsShape>;
 inline constexpr auto& beginUdsImport = supplemental::BeginImport<UdsShape>;
 inline constexpr auto& nextUdsImportBatch = supplemental::NextImportBatch<UdsShape>;
 inline constexpr auto& endUdsImport = supplemental::EndImport<UdsShape>;

@@ -101,6 +101,7 @@ inline constexpr auto& findStellarByPid = supplemental::FindByPid<StellarShape>;
 inline constexpr auto& deleteStellarRow = supplemental::DeleteRow<StellarShape>;
 inline constexpr auto& deleteStellarByPid = supplemental::DeleteByPid<StellarShape>;
 inline constexpr auto& compactStellar = supplemental::Compact<StellarShape>;
+inline constexpr auto& stellarLastPid = supplemental::LastPid<StellarShape>;
 inline constexpr auto& beginStellarImport = supplemental::BeginImport<StellarShape>;
 inline constexpr auto& nextStellarImportBatch = supplemental::NextImportBatch<StellarShape>;
 inline constexpr auto& endStellarImport = supplemental::EndImport<StellarShape>;

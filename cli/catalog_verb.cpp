@@ -17,6 +17,7 @@
 #include "catalog/star_texts.h"
 #include "catalog/tycho_index.h"
 #include "cli/catalog_deep_sky.h"
+#include "cli/shown_text.h"
 #include "cli/catalog_support.h"
 
 const char kCatalogSynopsis[] =
@@ -77,21 +78,12 @@ std::string JsonText(const std::string& text) {
     return out + "\"";
 }
 
-// Names in the files are Windows text; JSON is UTF-8.
-std::string Utf8(const char* text) {
-#ifdef _WIN32
-    return text;
-#else
-    return WindowsTextToUtf8(text);
-#endif
-}
-
 std::string StarName(const StarData& star) {
     if (star.isShort || star.csnRow == 0) return star.name;
     FilePtr csn = openCsn();
     CsnRecord record;
     if (!csn || !readCsn(csn.get(), star.csnRow, &record)) return "";
-    return Utf8(record.name);
+    return ShownText(record.name);
 }
 
 int PrintStar(const std::vector<std::string>& w) {

@@ -8,14 +8,13 @@
 #include <string_view>
 #include <vector>
 
-#include "base/control_escape.h"
-#include "base/windows_text.h"
 #include "cli/body_verb.h"
 #include "cli/catalog_verb.h"
 #include "cli/exit_status.h"
 #include "cli/object_verb.h"
 #include "cli/observer_options.h"
 #include "cli/orbit_verb.h"
+#include "cli/shown_text.h"
 #include "cli/user_objects.h"
 #include "legacy/import_instruments.h"
 #include "legacy/import_locations.h"
@@ -209,22 +208,12 @@ bool ParseArgs(int argc, char** argv, Options& o) {
     return !(o.haveRows && o.verb != "import");
 }
 
-// Text from the data files as this system's terminals take it: UTF-8 on
-// POSIX; on Windows the console is left with the bytes the window shows.
-std::string Shown(std::string_view text) {
-#ifdef _WIN32
-    return std::string(text);
-#else
-    return WindowsTextToUtf8(text);
-#endif
-}
-
 // Message boxes become two lines on standard output: the title, then the text.
 void PrintMessage(const char* text, const char* title) {
     std::string plain;
     for (const char* p = text; *p; ++p)
         if (!(p[0] == '\r' && p[1] == '\n')) plain += *p;
-    std::printf("%s\n%s\n", Shown(title).c_str(), Shown(plain).c_str());
+    std::printf("%s\n%s\n", ShownText(title).c_str(), ShownText(plain).c_str());
     std::fflush(stdout);
 }
 
@@ -242,10 +231,10 @@ std::string RowLine(const std::string& text, size_t columnCount) {
     std::string line;
     size_t from = 0;
     for (const size_t cut : cuts) {
-        line += Shown(EscapeControlChars(std::string_view(text).substr(from, cut - from))) + '\t';
+        line += ShownField(std::string_view(text).substr(from, cut - from)) + '\t';
         from = cut + 1;
     }
-    return line + Shown(EscapeControlChars(std::string_view(text).substr(from)));
+    return line + ShownField(std::string_view(text).substr(from));
 }
 
 void PrintPage(const PageContent& page) {

@@ -2,23 +2,17 @@
 
 #include <cstdio>
 
-#include "base/control_escape.h"
-#include "base/windows_text.h"
+#include "cli/exit_status.h"
 #include "cli/progress_bar.h"
+#include "cli/shown_text.h"
+#include "cli/user_objects.h"
 
 namespace {
 
-constexpr int kExitDone = 0;
-constexpr int kExitFailed = 1;
 constexpr int kImportSteps = 100;
 
-// The command line has no attachment stores yet, so a deleted object has no
-// notes, links or images to take along: its cascade does nothing.
-const DeleteCascade kNoAttachments = [](int, uint32_t, uint32_t) {};
-
-int CannotOpen(const SupplementalCommands& store) {
-    std::fprintf(stderr, "ferry2-cli: cannot open the store %s\n", store.path);
-    return kExitFailed;
+int CannotOpen(const char* verb, const SupplementalCommands& store) {
+    return VerbFailed(verb, (std::string("cannot open the store ") + store.path).c_str());
 }
 
 }  // namespace
@@ -27,11 +21,11 @@ int RunSupplementalList(const SupplementalCommands& store) {
     if (!FileExists(store.path)) return kExitDone;
     long count = 0;
     FilePtr f = store.openForReading(&count);
-    if (!f) return CannotOpen(store);
+    if (!f) return CannotOpen("user-objects", store);
     for (long row = 0; row < count; ++row) {
         if (!store.printRow(f.get(), row)) {
-            std::fprintf(stderr, "ferry2-cli: cannot read row %ld of %s\n", row, store.path);
-            return kExitFailed;
+            const std::string why = "cannot read row " + std::to_string(row) + " of " + store.path;
+            return VerbFailed("user-objects", why.c_str());
         }
     }
     return kExitDone;
@@ -41,11 +35,8 @@ int RunSupplementalAdd(const SupplementalCommands& store, const std::string& fil
     MakeFolder("user");
     SupplementalImport state;
     const int begun = store.beginImport(&state, file.c_str(), kImportSteps);
-    if (begun < 0) {
-        std::fprintf(stderr, "ferry2-cli: cannot read %s\n", file.c_str());
-        return kExitFailed;
-    }
-    if (begun == 0) return CannotOpen(store);
+    if (begun < 0) return VerbFailed("add-objects", ("cannot read " + file).c_str());
+    if (begun == 0) return CannotOpen("add-objects", store);
     ProgressBar bar;
     ProgressBegin(&bar, store.label, kImportSteps);
     long added = 0, replaced = 0, bad = 0, batches = 0;
@@ -54,51 +45,46 @@ int RunSupplementalAdd(const SupplementalCommands& store, const std::string& fil
     ProgressEnd(&bar);
     const long failures = state.writeFailures;
     store.endImport(&state);
-    std::printf("added %ld, replaced %ld, bad %ld\n", added, replaced, bad);
+    PrintAddCounts(added, replaced, 0, bad);
     if (failures == 0) return kExitDone;
-    std::fprintf(stderr, "ferry2-cli: %ld of the bad lines could not be written to %s\n", failures, store.path);
-    return kExitFailed;
+    const std::string why =
+        std::to_string(failures) + " of the bad lines could not be written to " + store.path;
+    return VerbFailed("add-objects", why.c_str());
 }
 
 int RunSupplementalDelete(const SupplementalCommands& store, unsigned long pid) {
     const uint32_t id = static_cast<uint32_t>(pid);
     FilePtr f = FileExists(store.path) ? store.open(nullptr) : nullptr;
-    if (FileExists(store.path) && !f) return CannotOpen(store);
-    if (!f || !store.holds(f.get(), id)) {
-        std::fprintf(stderr, "ferry2-cli: no %s %lu in %s\n", store.noun, pid, store.path);
-        return kExitFailed;
-    }
-    if (store.deleteByPid(f.get(), id, kNoAttachments)) return kExitDone;
-    std::fprintf(stderr, "ferry2-cli: could not delete %s %lu from %s\n", store.noun, pid, store.path);
-    return kExitFailed;
+    if (FileExists(store.path) && !f) return CannotOpen("delete-object", store);
+    const std::string object = std::string(store.noun) + " " + std::to_string(pid);
+    if (!f || !store.holds(f.get(), id))
+        return VerbFailed("delete-object", ("no " + object + " in " + store.path).c_str());
+    if (store.deleteByPid(f.get(), id, NoAttachments())) return kExitDone;
+    return VerbFailed("delete-object", ("could not delete " + object + " from " + store.path).c_str());
 }
 
 int RunSupplementalCompact(const SupplementalCommands& store) {
     if (!FileExists(store.path)) {
-        std::printf("kept 0\n");
+        PrintCompacted(0, 0);
         return kExitDone;
     }
     long count = 0;
     FilePtr f = store.open(&count);
-    if (!f) return CannotOpen(store);
+    if (!f) return CannotOpen("compact", store);
     // Deletes have already moved the later records down: nothing is marked,
     // and the compaction leaves the records and lowers the last PID to the
     // highest that is kept.
-    if (!store.compact(f, std::vector<uint8_t>(), kNoAttachments)) {
-        std::fprintf(stderr, "ferry2-cli: could not compact %s\n", store.path);
-        return kExitFailed;
-    }
-    std::printf("kept %ld\n", count);
+    if (!store.compact(f, std::vector<uint8_t>(), NoAttachments()))
+        return VerbFailed("compact", (std::string("could not compact ") + store.path).c_str());
+    f = store.openForReading(nullptr);
+    const long lastPid = f ? store.lastPid(f.get()) : -1;
+    if (lastPid < 0) return VerbFailed("compact", (std::string("cannot read ") + store.path).c_str());
+    PrintCompacted(count, static_cast<unsigned long>(lastPid));
     return kExitDone;
 }
 
 std::string SupplementalNameShown(const char (&name)[33]) {
     char text[34];
     supplementalNameText(name, text);
-    const std::string escaped = EscapeControlChars(text);
-#ifdef _WIN32
-    return escaped;
-#else
-    return WindowsTextToUtf8(escaped);
-#endif
+    return ShownField(text);
 }

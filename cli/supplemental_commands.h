@@ -27,6 +27,7 @@ struct SupplementalCommands {
     bool (*holds)(FILE*, uint32_t pid);
     int (*deleteByPid)(FILE*, uint32_t, const DeleteCascade&);
     int (*compact)(FilePtr&, const std::vector<uint8_t>&, const DeleteCascade&);
+    long (*lastPid)(FILE*);  // the last PID issued, -1 when the head can't be read
 };
 
 // Each answers the exit status: 0 done, 1 failed.

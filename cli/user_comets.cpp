@@ -6,35 +6,20 @@
 #include <string>
 
 #include "astro/calendar.h"
-#include "base/control_escape.h"
 #include "base/file_utils.h"
-#include "base/windows_text.h"
 #include "catalog/comet_elements_text.h"
 #include "catalog/comet_names.h"
 #include "catalog/user_comets.h"
+#include "cli/exit_status.h"
 #include "cli/progress_bar.h"
+#include "cli/shown_text.h"
 #include "cli/user_objects.h"
 
 namespace {
 
-constexpr int kExitDone = 0;
-constexpr int kExitFailed = 1;
 constexpr long kBatchLines = 64;
 
-int Failed(const std::string& why) {
-    std::fprintf(stderr, "ferry2-cli: %s\n", why.c_str());
-    return kExitFailed;
-}
-
-// Names in the store are Windows text; the terminal of a POSIX system
-// reads UTF-8. Control characters are escaped so that a row stays a line.
-std::string Printable(const std::string& text) {
-#ifdef _WIN32
-    return EscapeControlChars(text);
-#else
-    return EscapeControlChars(WindowsTextToUtf8(text));
-#endif
-}
+int Failed(const char* verb, const std::string& why) { return VerbFailed(verb, why.c_str()); }
 
 struct AddCounts {
     long added = 0, replaced = 0, unchanged = 0, bad = 0, failed = 0;
@@ -67,65 +52,66 @@ bool AddBatch(FILE* text, FILE* store, AddCounts* counts) {
 
 int AddUserComets(const std::string& file, const AddObjectsOptions&) {
     FilePtr text = OpenRegularFile(file.c_str(), "rb");
-    if (!text) return Failed("cannot read " + file);
+    if (!text) return Failed("add-objects", "cannot read " + file);
     FilePtr store = openUserComets(nullptr);
-    if (!store) return Failed(std::string("cannot open the store ") + kUserCometPath);
+    if (!store) return Failed("add-objects", std::string("cannot open the store ") + kUserCometPath);
     ProgressBar bar;
     ProgressBegin(&bar, "Adding comets", static_cast<long>(FileSize(file.c_str())));
     AddCounts counts;
     while (AddBatch(text.get(), store.get(), &counts)) ProgressUpdate(&bar, std::ftell(text.get()));
     ProgressEnd(&bar);
-    std::printf("%ld added, %ld replaced, %ld unchanged, %ld bad\n", counts.added, counts.replaced,
-                counts.unchanged, counts.bad);
+    PrintAddCounts(counts.added, counts.replaced, counts.unchanged, counts.bad);
     if (counts.failed > 0)
-        return Failed(std::to_string(counts.failed) + " comets could not be written to " +
+        return Failed("add-objects", std::to_string(counts.failed) + " comets could not be written to " +
                       kUserCometPath);
     return kExitDone;
 }
 
 int ListUserComets() {
+    if (!FileExists(kUserCometPath)) return kExitDone;  // no store: nothing to list
     FilePtr store = openUserComets(nullptr);
     CometWalk walk;
     if (!store || !beginCometWalk(&walk, store.get()))
-        return Failed(std::string("cannot open the store ") + kUserCometPath);
+        return Failed("user-objects", std::string("cannot open the store ") + kUserCometPath);
     CometRecord r;
     while (nextCometRow(&walk, &r) >= 0) {
         const CometElements e = unpackComet(r);
         std::printf("%u\t%s\t%.5f\t%.6f\t%.6f\t%.4f\t%.4f\t%.4f\n", r.pid,
-                    Printable(cometShortName(r)).c_str(), CenturiesToJd(e.perihelionEpoch),
+                    ShownField(cometShortName(r)).c_str(), CenturiesToJd(e.perihelionEpoch),
                     e.perihelionDistance, e.eccentricity, e.argPerihelion, e.node, e.inclination);
     }
-    return walk.row == walk.count ? kExitDone : Failed(std::string("cannot read ") + kUserCometPath);
+    return walk.row == walk.count ? kExitDone : Failed("user-objects", std::string("cannot read ") + kUserCometPath);
 }
 
 int CompactUserComets() {
+    if (!FileExists(kUserCometPath)) {
+        PrintCompacted(0, 0);
+        return kExitDone;
+    }
     int count = 0;
-    if (!openUserComets(&count)) return Failed(std::string("cannot open the store ") + kUserCometPath);
+    if (!openUserComets(&count)) return Failed("compact", std::string("cannot open the store ") + kUserCometPath);
     // No row is marked: a delete takes its rows out at once, and the
-    // compaction brings the last PID down to the highest one kept. The
-    // attachment stores are not built yet, so the cascade does nothing.
-    if (!compactUserComets({}, DeleteCascade())) return Failed(std::string("cannot compact ") + kUserCometPath);
+    // compaction brings the last PID down to the highest one kept.
+    if (!compactUserComets({}, NoAttachments()))
+        return Failed("compact", std::string("cannot compact ") + kUserCometPath);
     FilePtr store = openUserComets(nullptr);
     UserCometHead head;
-    if (!store || !readUserCometHead(store.get(), &head)) return Failed(std::string("cannot read ") + kUserCometPath);
-    std::printf("%u rows kept, last PID %u\n", head.count, head.lastPid);
+    if (!store || !readUserCometHead(store.get(), &head))
+        return Failed("compact", std::string("cannot read ") + kUserCometPath);
+    PrintCompacted(head.count, head.lastPid);
     return kExitDone;
 }
 
 int DeleteUserComet(unsigned long pid) {
+    if (!FileExists(kUserCometPath))
+        return Failed("delete-object", "no comet " + std::to_string(pid) + " in " + kUserCometPath);
     FilePtr store = openUserComets(nullptr);
-    if (!store) return Failed(std::string("cannot open the store ") + kUserCometPath);
+    if (!store) return Failed("delete-object", std::string("cannot open the store ") + kUserCometPath);
     CometRecord r;
     if (pid > 65535 || findUserComet(store.get(), static_cast<uint32_t>(pid), nullptr, nullptr, 0, &r) < 0 ||
-        r.pid != pid) {
-        std::fprintf(stderr, "ferry2-cli: no comet %lu in %s\n", pid, kUserCometPath);
-        return kExitFailed;
-    }
-    // The notes, links and images of a comet go with it once the attachment
-    // stores exist; until then the cascade has nothing to do.
-    const DeleteCascade cascade = [](int, uint32_t, uint32_t) {};
-    if (!deleteUserCometByPid(store.get(), static_cast<uint32_t>(pid), cascade))
-        return Failed(std::string("cannot delete from ") + kUserCometPath);
-    std::printf("deleted comet %lu\n", pid);
+        r.pid != pid)
+        return Failed("delete-object", "no comet " + std::to_string(pid) + " in " + kUserCometPath);
+    if (!deleteUserCometByPid(store.get(), static_cast<uint32_t>(pid), NoAttachments()))
+        return Failed("delete-object", std::string("cannot delete from ") + kUserCometPath);
     return kExitDone;
 }

@@ -37,6 +37,7 @@ const SupplementalCommands kDeepSky = {
     },
     deleteUdsByPid,
     compactUds,
+    udsLastPid,
 };
 
 }  // namespace

@@ -4,42 +4,27 @@
 #include <string>
 #include <vector>
 
-#include "base/control_escape.h"
-#include "base/windows_text.h"
 #include "catalog/minor_planet_import.h"
 #include "catalog/user_minor_planets.h"
+#include "cli/exit_status.h"
 #include "cli/progress_bar.h"
+#include "cli/shown_text.h"
 #include "cli/user_objects.h"
 
 namespace {
 
-constexpr int kExitDone = 0;
-constexpr int kExitFailed = 1;
 constexpr long kBatches = 100;
 
-int Failed(const char* what) {
-    std::fprintf(stderr, "ferry2-cli: %s\n", what);
-    return kExitFailed;
-}
-
-// The notes, links and images of a deleted object belong to the attachment
-// stores, which the command line doesn't reach yet: nothing to remove.
-const DeleteCascade kNoAttachments = [](int, uint32_t, uint32_t) {};
-
-// The stored Windows-1252 text as UTF-8 with its control characters escaped.
-std::string Printable(const char* text, size_t size) {
-    return EscapeControlChars(WindowsTextToUtf8(std::string(text, strnlen(text, size))));
-}
+// A fixed-width text field of a record, up to its first zero byte.
+std::string Printable(const char* text, size_t size) { return ShownField(std::string(text, strnlen(text, size))); }
 
 }  // namespace
 
 int AddUserMinorPlanets(const std::string& file, const AddObjectsOptions& options) {
     MpImportState state;
     const MpTextFormat format = options.format == "mp" ? MpTextFormat::kMp : MpTextFormat::kBowell;
-    if (!beginMpImport(&state, file.c_str(), format, options.numberedOnly, kBatches)) {
-        std::fprintf(stderr, "ferry2-cli add-objects: cannot open %s or %s\n", file.c_str(), kUserMpPath);
-        return kExitFailed;
-    }
+    if (!beginMpImport(&state, file.c_str(), format, options.numberedOnly, kBatches))
+        return VerbFailed("add-objects", ("cannot open " + file + " or " + kUserMpPath).c_str());
     ProgressBar bar;
     const bool counted = state.totalLines != kMpLinesUnknown;
     ProgressBegin(&bar, "Adding minor planets", counted ? state.totalLines : 1);
@@ -48,9 +33,8 @@ int AddUserMinorPlanets(const std::string& file, const AddObjectsOptions& option
         if (counted) ProgressUpdate(&bar, state.totalLines - state.remainingLines);
     ProgressEnd(&bar);
     endMpImport(&state);
-    std::printf("%ld added, %ld replaced, %ld unchanged, %ld bad\n", state.added, state.replaced,
-                state.unchanged, state.bad);
-    if (answer < 0) return Failed("add-objects: writing user/mp.bin failed; the objects above stand");
+    PrintAddCounts(state.added, state.replaced, state.unchanged, state.bad);
+    if (answer < 0) return VerbFailed("add-objects", "writing user/mp.bin failed; the objects above stand");
     return kExitDone;
 }
 
@@ -58,7 +42,7 @@ int ListUserMinorPlanets() {
     if (!FileExists(kUserMpPath)) return kExitDone;  // no store: nothing to list
     FilePtr store = openUserMp(nullptr);
     std::vector<UserMpRecord> rows;
-    if (!store || !readUserMpAll(store.get(), &rows, nullptr)) return Failed("cannot read user/mp.bin");
+    if (!store || !readUserMpAll(store.get(), &rows, nullptr)) return VerbFailed("user-objects", "cannot read user/mp.bin");
     for (const UserMpRecord& r : rows) {
         UserMpElements e;
         unpackUserMp(r, &e);
@@ -74,18 +58,25 @@ int ListUserMinorPlanets() {
 int CompactUserMinorPlanets() {
     // A compaction with no marks: the store is written anew, with the last
     // PID brought down to the highest one kept.
-    if (!FileExists(kUserMpPath)) return kExitDone;
-    if (!compactUserMp({}, kNoAttachments)) return Failed("compact: cannot rewrite user/mp.bin");
-    uint32_t count = 0;
-    FilePtr store = openUserMp(&count);
-    std::printf("%u rows\n", count);
+    if (!FileExists(kUserMpPath)) {
+        PrintCompacted(0, 0);
+        return kExitDone;
+    }
+    if (!compactUserMp({}, NoAttachments())) return VerbFailed("compact", "cannot rewrite user/mp.bin");
+    uint32_t count = 0, lastPid = 0;
+    FilePtr store = openUserMp(nullptr);
+    if (!store || !readUserMpHead(store.get(), &count, &lastPid))
+        return VerbFailed("compact", "cannot read user/mp.bin");
+    PrintCompacted(count, lastPid);
     return kExitDone;
 }
 
 int DeleteUserMinorPlanet(unsigned long pid) {
-    if (!FileExists(kUserMpPath)) return Failed("delete-object: no minor planet with that PID");
+    const std::string missing = "no minor planet " + std::to_string(pid) + " in " + kUserMpPath;
+    if (!FileExists(kUserMpPath)) return VerbFailed("delete-object", missing.c_str());
     FilePtr store = openUserMp(nullptr);
-    if (!store || !deleteUserMpByPid(store.get(), static_cast<uint32_t>(pid), kNoAttachments))
-        return Failed("delete-object: no minor planet with that PID");
+    if (!store) return VerbFailed("delete-object", "cannot open the store user/mp.bin");
+    if (!deleteUserMpByPid(store.get(), static_cast<uint32_t>(pid), NoAttachments()))
+        return VerbFailed("delete-object", missing.c_str());
     return kExitDone;
 }

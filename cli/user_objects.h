@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "catalog/delete_cascade.h"
+
 extern const char kUserObjectsSynopsis[];
 extern const char kUserObjectsDetails[];
 
@@ -40,3 +42,14 @@ int DeleteUserStar(unsigned long pid);
 int DeleteUserDeepSky(unsigned long pid);
 int DeleteUserMinorPlanet(unsigned long pid);
 int DeleteUserComet(unsigned long pid);
+
+// The answer lines the four stores share on standard output:
+// "N added, N replaced, N unchanged, N bad" after an import and
+// "N kept, last PID N" after a compaction.
+void PrintAddCounts(long added, long replaced, long unchanged, long bad);
+void PrintCompacted(unsigned long kept, unsigned long lastPid);
+
+// The cascade of an object deleted from the command line. The attachment
+// stores are not reached from here yet, so a deleted object has no notes,
+// links or images to take along: the cascade does nothing.
+const DeleteCascade& NoAttachments();

@@ -19,14 +19,16 @@ const char kUserObjectsDetails[] =
     "                 user/mp.bin, user/comet.bin) and prints how many were\n"
     "                 added, replaced or unchanged, and how many lines were\n"
     "                 bad. Minor planets come in the fixed columns of the\n"
-    "                 Lowell orbit list (--format bowell) or as \"MP \" lines\n"
-    "                 (--format mp); --numbered-only keeps numbered ones.\n"
+    "                 Lowell orbit list (--format bowell, the default) or as\n"
+    "                 \"MP \" lines (--format mp); --numbered-only keeps\n"
+    "                 numbered ones.\n"
     "  user-objects KIND\n"
     "                 lists the store: PID, name, place or elements.\n"
     "  delete-object CLASS PID\n"
     "                 deletes a user object: class 12 a star, 18 a deep-sky\n"
     "                 object, 14 a minor planet, 13 a comet.\n"
-    "  compact KIND   rewrites the store without its deleted rows.\n";
+    "  compact KIND   rewrites the store, the last PID issued brought down to\n"
+    "                 the highest one kept.\n";
 
 namespace {
 
@@ -53,6 +55,19 @@ const Kind* FindKind(const std::string& word) {
 }
 
 }  // namespace
+
+void PrintAddCounts(long added, long replaced, long unchanged, long bad) {
+    std::printf("%ld added, %ld replaced, %ld unchanged, %ld bad\n", added, replaced, unchanged, bad);
+}
+
+void PrintCompacted(unsigned long kept, unsigned long lastPid) {
+    std::printf("%lu kept, last PID %lu\n", kept, lastPid);
+}
+
+const DeleteCascade& NoAttachments() {
+    static const DeleteCascade nothing = [](int, uint32_t, uint32_t) {};
+    return nothing;
+}
 
 int RunUserObjects(const std::string& verb, const std::vector<std::string>& w) {
     if (verb == "delete-object") {

@@ -35,6 +35,7 @@ const SupplementalCommands kStars = {
     },
     deleteStellarByPid,
     compactStellar,
+    stellarLastPid,
 };
 
 }  // namespace

@@ -422,7 +422,7 @@ printf 'S Short                             18:36:56.3\r\nG  NGC 224\r\n' >>star
 printf 'S Vega                              18:36:56.3 +38:47:01 J2000 0.05\r\n' >>stars.txt
 run add-objects stars stars.txt
 check "add-objects stars exits 0" test "$rc" -eq 0
-check "add-objects stars counts" test "$out" = "added 2, replaced 1, bad 1"
+check "add-objects stars counts" test "$out" = "2 added, 1 replaced, 0 unchanged, 1 bad"
 run user-objects stars
 check "user-objects stars lists both" test "$out" = $'1\tVega\t279.234583\t38.783611\t0.05\n2\tTab\\there 3\xc2\xb0\t88.792917\t7.406945\t0.50'
 run add-objects stars missing.txt
@@ -446,7 +446,7 @@ check "a deleted star is not there" test "$rc" -eq 1 -a -z "$out"
 check "and says so" grep -qF "no star 9 in user/stellar.bin" "$work/stderr"
 check "the last PID stays after a delete" test "$(od -An -tx1 -N6 user/stellar.bin)" = " 01 00 09 00 00 00"
 run compact stars
-check "compact stars exits 0" test "$rc" -eq 0 -a "$out" = "kept 1"
+check "compact stars exits 0" test "$rc" -eq 0 -a "$out" = "1 kept, last PID 4"
 check "the last PID goes down after a compaction" test "$(od -An -tx1 -N6 user/stellar.bin)" = " 01 00 04 00 00 00"
 check "the compacted store has its one star" test "$(wc -c <user/stellar.bin)" -eq 53
 run delete-object 12 0
@@ -455,7 +455,7 @@ printf 'GG Hickson 44                       10:18:00 +21:48:00 J2000 9.5 6 4 90\
 printf 'PN NGC 7293                         22:29:38.5 -20:50:14 J2000 7.3 16\n' >>deep.txt
 printf 'G  NGC 224                          00:42:44.3 +41:16:09 J2000\n' >>deep.txt
 run add-objects deep-sky deep.txt
-check "add-objects deep-sky counts" test "$rc" -eq 0 -a "$out" = "added 2, replaced 0, bad 1"
+check "add-objects deep-sky counts" test "$rc" -eq 0 -a "$out" = "2 added, 0 replaced, 0 unchanged, 1 bad"
 run user-objects deep-sky
 check "user-objects deep-sky" test "$out" = $'1\tHickson 44\t154.500000\t21.800000\t9.50\t16\t6.00\t4.00\t90.0\n2\tNGC 7293\t337.410417\t-20.837222\t7.30\t8\t16.00\t0.00\t0.0'
 run object 18 1 --at 2000-01-01T12:00
@@ -463,7 +463,7 @@ check "object 18 1 has the group's mask" grep -qF '"classMask": 65536,' <<<"$out
 run delete-object 18 1
 check "delete-object 18 1 exits 0" test "$rc" -eq 0
 run compact deep-sky
-check "compact deep-sky" test "$rc" -eq 0 -a "$out" = "kept 1"
+check "compact deep-sky" test "$rc" -eq 0 -a "$out" = "1 kept, last PID 2"
 check "the deep-sky header after compaction" test "$(od -An -tx1 -N8 user/uds.bin)" = " 01 00 00 00 02 00 00 00"
 
 # The user's comets, read from CometEls.txt lines: Encke with the elements
@@ -498,7 +498,7 @@ check "a deleted comet is gone" test "$rc" -eq 1
 run delete-object 13 1
 check "deleting it again exits 1" test "$rc" -eq 1
 run compact comets
-check "compact brings the last PID down" test "$out" = "0 rows kept, last PID 0"
+check "compact brings the last PID down" test "$out" = "0 kept, last PID 0"
 
 # The minor planets. Ceres by the Minor Planet Center's elements of 2025 Nov
 # 21.0 TT, in the user's store as an "MP " line and in the reference set.
@@ -536,6 +536,8 @@ run object 14 1 --at 2026-01-01T00:00
 check "a deleted minor planet is not found" test "$rc" -eq 1
 run delete-object 14 1
 check "deleting it again fails" test "$rc" -eq 1
+run compact minor-planets
+check "compact minor-planets brings the last PID down" test "$rc" -eq 0 -a "$out" = "0 kept, last PID 0"
 
 echo "cli: $passes passed, $failures failed"
 test "$failures" -eq 0
