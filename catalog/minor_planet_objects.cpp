@@ -33,13 +33,11 @@ int readMinorPlanetObject(ObjectRecord* r, uint32_t pid, const Instant* instant,
     return 1;
 }
 
-int readUserMinorPlanetObject(ObjectRecord* r, uint32_t pid, const Instant* instant,
-                              double* distanceAu) {
-    if (!r || !instant || !PlanetSeriesLoaded() || !FileExists(kUserMpPath)) return 0;
-    FilePtr store = openUserMp(nullptr);
+int userMpPlace(FILE* store, uint32_t pid, const Instant* instant, double* ra, double* dec,
+                double* distanceAu, double* magnitude) {
     UserMpRecord row;
-    if (!store || !userMpRowForInstant(store.get(), pid, instant->tDyn, &row, nullptr)) return 0;
-    store.reset();
+    if (!instant || !PlanetSeriesLoaded() || !userMpRowForInstant(store, pid, instant->tDyn, &row, nullptr))
+        return 0;
     UserMpElements e;
     unpackUserMp(row, &e);
     OrbitRecord orbit;
@@ -47,9 +45,16 @@ int readUserMinorPlanetObject(ObjectRecord* r, uint32_t pid, const Instant* inst
                    e.eccentricity, e.argPerihelion, e.node, e.inclination, 0.0, e.h, e.g, 2))
         return 0;
     OrbitVectors(&orbit);
+    *magnitude = 99.9;
+    return OrbitGeocentric(instant, &orbit, ra, dec, distanceAu, nullptr, nullptr, magnitude, nullptr);
+}
+
+int readUserMinorPlanetObject(ObjectRecord* r, uint32_t pid, const Instant* instant,
+                              double* distanceAu) {
+    if (!r || !FileExists(kUserMpPath)) return 0;
+    FilePtr store = openUserMp(nullptr);
     double ra = 0, dec = 0, distance = 0, magnitude = 99.9;
-    if (!OrbitGeocentric(instant, &orbit, &ra, &dec, &distance, nullptr, nullptr, &magnitude, nullptr))
-        return 0;
+    if (!store || !userMpPlace(store.get(), pid, instant, &ra, &dec, &distance, &magnitude)) return 0;
     TakePlace(r, pid, ra, dec, magnitude);
     *distanceAu = distance;
     return 1;

@@ -3,6 +3,9 @@
 // 14) from user/mp.bin, each placed on its orbit at the instant.
 #pragma once
 
+#include <cstdint>
+#include <cstdio>
+
 #include "astro/instant.h"
 #include "catalog/object_record.h"
 
@@ -14,3 +17,10 @@
 int readMinorPlanetObject(ObjectRecord* record, uint32_t pid, const Instant* instant, double* distanceAu);
 int readUserMinorPlanetObject(ObjectRecord* record, uint32_t pid, const Instant* instant,
                               double* distanceAu);
+
+// The place of the user minor planet `pid` of the open store at the instant,
+// from its row of the nearest epoch: J2000.0 RA and Dec in radians (light
+// time applied), the distance from the Earth in au and the H, G magnitude.
+// 0 as for the reader above.
+int userMpPlace(FILE* store, uint32_t pid, const Instant* instant, double* ra, double* dec,
+                double* distanceAu, double* magnitude);

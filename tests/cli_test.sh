@@ -538,6 +538,20 @@ run delete-object 14 1
 check "deleting it again fails" test "$rc" -eq 1
 run compact minor-planets
 check "compact minor-planets brings the last PID down" test "$rc" -eq 0 -a "$out" = "0 kept, last PID 0"
+# The same Ceres in Lowell's fixed columns (number, name, H, G, the epoch,
+# then M, peri, node, incl, e, a), the format taken when none is named.
+printf '%5d %-18s%17s%5.2f  %4.2f%53s%4d%02d%02d %10.6f %10.6f %10.6f %10.6f%10.8f %12.8f\n' \
+    1 Ceres "" 3.35 0.15 "" 2025 11 21 231.53975 73.29974 80.24963 10.58789 0.0795763 2.7656157 \
+    >ceres-bowell.txt
+run add-objects minor-planets ceres-bowell.txt
+check "add-objects minor-planets, Lowell's columns" test "$rc" -eq 0 -a "$out" = "1 added, 0 replaced, 0 unchanged, 0 bad"
+run add-objects minor-planets ceres-bowell.txt --format bowell
+check "Lowell's columns again are unchanged" test "$out" = "0 added, 0 replaced, 1 unchanged, 0 bad"
+run user-objects minor-planets
+check "the Lowell row's source" grep -qP '^1\tCeres\t1\t2461000.5000000000\t.*\tBowell$' <<<"$out"
+run object 14 1 --at 2026-01-01T00:00 --dynamical
+check "Lowell's Ceres at the orbit's ra" near "$(json raJ2000)" "$ra" 0.000001
+check "Lowell's Ceres at the orbit's dec" near "$(json decJ2000)" "$dec" 0.000001
 
 echo "cli: $passes passed, $failures failed"
 test "$failures" -eq 0

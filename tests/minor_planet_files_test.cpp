@@ -16,6 +16,8 @@
 #include "catalog/minor_planet_files.h"
 #include "catalog/minor_planet_objects.h"
 #include "catalog/minor_planet_roots.h"
+#include "catalog/user_minor_planets.h"
+#include "catalog/user_mp_scan.h"
 #include "conic_oracle.h"
 #include "support.h"
 
@@ -197,6 +199,100 @@ TEST(MinorPlanetReferenceTest, CeresOfTheReferenceSetStandsWhereItsElementsPutIt
     EXPECT_EQ(readMinorPlanetObject(&r, 31, &at, &distance), 0);
     EXPECT_EQ(findMpByName("(4) Vesta"), 4u);
     PlanetFilesClose();
+}
+
+// The filtered pass over the user's minor planets: Ceres (with elements of
+// two epochs), Pallas and Vesta on 2026 January 1.0 TT, each placed once by
+// the class reader's route, then held to the limits.
+class UserMpScanTest : public ScratchTest {
+protected:
+    void SetUp() override {
+        ScratchTest::SetUp();
+        MakeDirs("user");
+        PlanetFilesClose();
+        PlanetFilesOpen(FERRY2_SOLAR_DIR);
+        ASSERT_TRUE(PlanetSeriesLoaded());
+        FilePtr f = openUserMp(nullptr);
+        ASSERT_TRUE(f);
+        uint32_t count = 0;
+        // MPCORB elements of 2025 Nov 21.0 TT: M, peri, node, incl, e, a, H, G.
+        struct Row { uint32_t number; const char* name; double epochJd, m, peri, node, incl, e, a, h; };
+        const Row rows[] = {
+            {1, "Ceres", 2461000.5, 231.53975, 73.29974, 80.24963, 10.58789, 0.0795763, 2.7656157, 3.35},
+            {2, "Pallas", 2461000.5, 211.52977, 310.93340, 172.88859, 34.92833, 0.2306430, 2.7699258, 4.11},
+            {4, "Vesta", 2461000.5, 26.80968, 151.53712, 103.70232, 7.14406, 0.0901676, 2.3615413, 3.25},
+            // Ceres again, 400 days on with the mean anomaly moved on with it.
+            {1, "Ceres", 2461400.5, 318.75, 73.29974, 80.24963, 10.58789, 0.0795763, 2.7656157, 3.35},
+        };
+        for (const Row& r : rows) {
+            UserMpRecord record;
+            ASSERT_EQ(packUserMp(&record, r.number, r.name, "MPC", 0.0, (r.epochJd - 2451545.0) / 36525.0, r.m,
+                                 r.a, 0.0, r.e, r.peri, r.node, r.incl, 0.0, r.h, 0.15),
+                      1);
+            ASSERT_GE(addOrReplaceUserMp(f.get(), record, &count), 1);
+        }
+        ASSERT_EQ(count, 4u);
+        at_ = AtJd(2461041.5);
+        for (uint32_t pid = 1; pid <= 3; ++pid) {
+            initObjectRecord(&objects_[pid]);
+            double distance = 0;
+            ASSERT_EQ(readUserMinorPlanetObject(&objects_[pid], pid, &at_, &distance), 1) << pid;
+        }
+    }
+    void TearDown() override {
+        PlanetFilesClose();
+        ScratchTest::TearDown();
+    }
+    // The PIDs a pass gives, in order, and how many progress answers came.
+    std::vector<int64_t> Pass(const SupplementalScanLimits& limits, int* ticks = nullptr) {
+        UserMpScan scan;
+        EXPECT_EQ(beginUserMpScan(&scan, limits, at_), 1);
+        std::vector<int64_t> pids;
+        int progress = 0;
+        for (int64_t answer; (answer = nextUserMpScan(&scan)) != 0;)
+            answer == kScanProgress ? ++progress : (pids.push_back(answer), 0);
+        endUserMpScan(&scan);
+        if (ticks) *ticks = progress;
+        return pids;
+    }
+    Instant at_;
+    ObjectRecord objects_[4];
+};
+
+TEST_F(UserMpScanTest, EachObjectOnceHeldToTheLimits) {
+    // PID 1 Ceres, 2 Pallas, 3 Vesta (the order in which they came).
+    const double ceres = objects_[1].magnitude, pallas = objects_[2].magnitude, vesta = objects_[3].magnitude;
+    ASSERT_LT(vesta, ceres);  // Vesta is the brightest of the three in January 2026
+    ASSERT_LT(ceres, pallas);
+    SupplementalScanLimits none;
+    SupplementalScanLimits bright;
+    bright.magnitudeHigh = (vesta + ceres) / 2;
+    SupplementalScanLimits faint;
+    faint.magnitudeLow = (ceres + pallas) / 2;
+    SupplementalScanLimits nearCeres;
+    nearCeres.flags = kScanDistance;
+    nearCeres.centreRa = objects_[1].raJ2000;
+    nearCeres.centreDec = objects_[1].decJ2000 + 0.001;
+    nearCeres.distance = 0.002;
+    const struct {
+        const char* what;
+        const SupplementalScanLimits& limits;
+        std::vector<int64_t> pids;
+    } cases[] = {
+        {"no limits: Ceres once for its two rows", none, {1, 2, 3}},
+        {"an upper magnitude limit", bright, {3}},
+        {"a lower magnitude limit", faint, {2}},
+        {"a distance from a centre", nearCeres, {1}},
+    };
+    for (const auto& c : cases) {
+        int ticks = 0;
+        EXPECT_EQ(Pass(c.limits, &ticks), c.pids) << c.what;
+        EXPECT_EQ(ticks, 3) << c.what;  // four rows, one step a row: a tick before each after the first
+    }
+    int cancel = 1;
+    SupplementalScanLimits cancelled;
+    cancelled.cancel = &cancel;
+    EXPECT_TRUE(Pass(cancelled).empty());
 }
 
 }  // namespace
