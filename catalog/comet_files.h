@@ -33,8 +33,10 @@ struct CometRecord {
     char source[33] = {};     // where the elements come from
 };
 
-struct CometLayout {
-    static constexpr size_t kSize = 130;
+// A `cnames` row: the first 51 bytes of a comet record, whose PID is the
+// `comets` row of the comet's first elements.
+struct CometNameLayout {
+    static constexpr size_t kSize = 51;
     template <class Io, class R>
     static constexpr void Fields(Io& io, R& r) {
         io.U16(0, r.number);
@@ -42,6 +44,14 @@ struct CometLayout {
         io.Text(3, r.name);
         io.Text(32, r.iau);
         io.U16(49, r.pid);
+    }
+};
+
+struct CometLayout {
+    static constexpr size_t kSize = 130;
+    template <class Io, class R>
+    static constexpr void Fields(Io& io, R& r) {
+        CometNameLayout::Fields(io, r);
         io.F64(51, r.perihelionEpoch);
         io.F64(59, r.epoch);
         io.F32(67, r.perihelionDistance);
@@ -56,21 +66,8 @@ struct CometLayout {
     }
 };
 static_assert(LayoutIsPacked<CometLayout, CometRecord>());
-
-// A `cnames` row: the first 51 bytes of a comet record, whose PID is the
-// `comets` row of the comet's first elements.
-struct CometNameLayout {
-    static constexpr size_t kSize = 51;
-    template <class Io, class R>
-    static constexpr void Fields(Io& io, R& r) {
-        io.U16(0, r.number);
-        io.U8(2, r.letter);
-        io.Text(3, r.name);
-        io.Text(32, r.iau);
-        io.U16(49, r.pid);
-    }
-};
 static_assert(LayoutIsPacked<CometNameLayout, CometRecord>());
+
 
 // The coefficient's default, 0.002, as stored.
 inline constexpr int16_t kDefaultCometCoefficient = 2000;

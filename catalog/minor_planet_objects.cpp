@@ -6,20 +6,6 @@
 #include "catalog/minor_planet_files.h"
 #include "catalog/user_minor_planets.h"
 
-namespace {
-
-void TakePlace(ObjectRecord* r, uint32_t pid, double ra, double dec, double magnitude) {
-    r->pid = pid;
-    r->raJ2000 = ra;
-    r->decJ2000 = dec;
-    r->pmRa = r->pmDec = 0;
-    r->magnitude = static_cast<float>(magnitude);
-    r->magnitude2 = 99.9f;
-    r->sizeMajor = r->sizeMinor = r->sizeDefault = 0;
-}
-
-}  // namespace
-
 int readMinorPlanetObject(ObjectRecord* r, uint32_t pid, const Instant* instant, double* distanceAu) {
     if (!r || !instant || !PlanetSeriesLoaded()) return 0;
     MpCursor cursor;
@@ -28,7 +14,7 @@ int readMinorPlanetObject(ObjectRecord* r, uint32_t pid, const Instant* instant,
     const int answer = orbitOfMinorPlanet(&cursor, instant, pid, &place);
     closeMpCursor(&cursor);
     if (answer != 1) return 0;
-    TakePlace(r, pid, place.ra, place.dec, place.magnitude);
+    setPointPlace(r, pid, place.ra, place.dec, place.magnitude);
     *distanceAu = place.geoDistance;
     return 1;
 }
@@ -55,7 +41,7 @@ int readUserMinorPlanetObject(ObjectRecord* r, uint32_t pid, const Instant* inst
     FilePtr store = openUserMp(nullptr);
     double ra = 0, dec = 0, distance = 0, magnitude = 99.9;
     if (!store || !userMpPlace(store.get(), pid, instant, &ra, &dec, &distance, &magnitude)) return 0;
-    TakePlace(r, pid, ra, dec, magnitude);
+    setPointPlace(r, pid, ra, dec, magnitude);
     *distanceAu = distance;
     return 1;
 }

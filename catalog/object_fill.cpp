@@ -114,12 +114,7 @@ int ReadComet(ObjectRecord* r, const Site* site, const Instant* instant, double*
     double ra = 0, dec = 0, delta = 0, magnitude = 0;
     if (!OrbitGeocentric(instant, &orbit, &ra, &dec, &delta, nullptr, nullptr, &magnitude, nullptr))
         return 0;
-    r->raJ2000 = ra;
-    r->decJ2000 = dec;
-    r->pmRa = r->pmDec = 0;
-    r->magnitude = static_cast<float>(magnitude);
-    r->magnitude2 = 99.9f;
-    r->sizeMajor = r->sizeMinor = r->sizeDefault = 0;
+    setPointPlace(r, r->pid, ra, dec, magnitude);
     *distanceAu = delta;
     return 1;
 }

@@ -53,6 +53,16 @@ int getComponent(const ObjectRecord* record) {
     return record ? (record->componentCode & 0x7F) - 1 : -1;
 }
 
+void setPointPlace(ObjectRecord* record, uint32_t pid, double ra, double dec, double magnitude) {
+    record->pid = pid;
+    record->raJ2000 = ra;
+    record->decJ2000 = dec;
+    record->pmRa = record->pmDec = 0;
+    record->magnitude = static_cast<float>(magnitude);
+    record->magnitude2 = 99.9f;
+    record->sizeMajor = record->sizeMinor = record->sizeDefault = 0;
+}
+
 void makeFixedPosition(ObjectRecord* record, double ra, double dec, double pmRa, double pmDec) {
     if (!record) return;
     initObjectRecord(record);

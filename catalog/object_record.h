@@ -159,5 +159,10 @@ uint32_t classMaskOf(int objectClass, bool isMultiple = false, bool hasOrbit = f
 void setComponent(ObjectRecord* record, int index);
 int getComponent(const ObjectRecord* record);
 
+// A J2000.0 place in radians with no proper motion, one magnitude and no
+// size: how an object placed on its orbit, or one of the user's own stars
+// and deep-sky objects, is filled.
+void setPointPlace(ObjectRecord* record, uint32_t pid, double ra, double dec, double magnitude);
+
 // A fixed position (class 15) at a place in radians, with its motion.
 void makeFixedPosition(ObjectRecord* record, double ra, double dec, double pmRa, double pmDec);

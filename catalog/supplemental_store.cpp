@@ -27,15 +27,6 @@ bool OutsideMagnitude(double magnitude, double limit, bool isLower) {
 
 }  // namespace
 
-void supplementalFillObject(ObjectRecord* record, uint32_t pid, const SupplementalPlace& place) {
-    record->pid = pid;
-    record->raJ2000 = place.ra;
-    record->decJ2000 = place.dec;
-    record->pmRa = record->pmDec = 0;
-    record->magnitude = static_cast<float>(place.magnitude);
-    record->magnitude2 = 99.9f;
-}
-
 void supplementalPlaceOut(const char (&name)[33], const SupplementalPlace& place, std::string* nameOut,
                           double* raOut, double* decOut, double* magOut) {
     char text[34];

@@ -24,6 +24,7 @@
 #include <cstdint>
 #include <cstring>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "base/file_utils.h"
@@ -95,9 +96,6 @@ struct SupplementalScan {
     long sinceReport = 0;
 };
 
-// The part of an object record that both stores fill alike: the PID, the
-// J2000 place, the magnitude, no proper motion and no second magnitude.
-void supplementalFillObject(ObjectRecord* record, uint32_t pid, const SupplementalPlace& place);
 
 // The name and place of a record as the place lookups hand them out; any
 // pointer may be null.
@@ -172,19 +170,26 @@ int ReadKey(FILE* f, long row, SupplementalKey* key) {
     return 1;
 }
 
-// Opens the data file for reading only; null when it is missing, too short
-// for its header, or its count promises more records than it holds.
+// The opened store at its first record with its count; null when the count
+// can't be read or promises more records than the file holds.
 template <class S>
-FilePtr OpenForReading(long* countOut) {
-    FilePtr f = OpenRegularFile(S::Files().dataPath, "rb");
+FilePtr AtFirstRecord(FilePtr f, long* countOut) {
     long count = 0;
-    if (!f || !ReadCount<S>(f.get(), &count)) return nullptr;
+    if (!ReadCount<S>(f.get(), &count)) return nullptr;
     if (CheckStreamCount(f.get(), static_cast<long>(S::HeaderLayout::kSize), S::Layout::kSize, count) !=
         StoreDamage::kNone)
         return nullptr;
     if (std::fseek(f.get(), RecordOffset<S>(0), SEEK_SET) != 0) return nullptr;
     if (countOut) *countOut = count;
     return f;
+}
+
+// Opens the data file for reading only; null when it is missing, too short
+// for its header, or its count promises more records than it holds.
+template <class S>
+FilePtr OpenForReading(long* countOut) {
+    FilePtr f = OpenRegularFile(S::Files().dataPath, "rb");
+    return f ? AtFirstRecord<S>(std::move(f), countOut) : nullptr;
 }
 
 // Opens the store for update. A store that isn't there yet (or is shorter
@@ -207,14 +212,7 @@ FilePtr Open(long* countOut) {
         f = OpenFile(files.dataPath, "r+b");
         if (!f) return nullptr;
     }
-    long count = 0;
-    if (!ReadCount<S>(f.get(), &count)) return nullptr;
-    if (CheckStreamCount(f.get(), static_cast<long>(S::HeaderLayout::kSize), S::Layout::kSize, count) !=
-        StoreDamage::kNone)
-        return nullptr;
-    if (std::fseek(f.get(), RecordOffset<S>(0), SEEK_SET) != 0) return nullptr;
-    if (countOut) *countOut = count;
-    return f;
+    return AtFirstRecord<S>(std::move(f), countOut);
 }
 
 template <class S>

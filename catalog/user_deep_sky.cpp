@@ -118,7 +118,8 @@ void dropUdsIndexes() { dropSupplementalIndexes(kUdsFiles); }
 int readUdsObject(ObjectRecord* record, uint32_t pid) {
     UdsRecord r;
     if (!record || !supplemental::ReadByPid<UdsShape>(pid, &r)) return 0;
-    supplementalFillObject(record, r.pid, UdsShape::Place(r));
+    const SupplementalPlace place = UdsShape::Place(r);
+    setPointPlace(record, r.pid, place.ra, place.dec, place.magnitude);
     record->sizeMajor = static_cast<float>(Radians(r.major));
     record->sizeMinor = static_cast<float>(Radians(r.minor));
     record->sizeDefault = std::max(record->sizeMajor, record->sizeMinor);

@@ -54,8 +54,8 @@ void dropStellarIndexes() { dropSupplementalIndexes(kStellarFiles); }
 int readStellarObject(ObjectRecord* record, uint32_t pid) {
     StellarRecord r;
     if (!record || !supplemental::ReadByPid<StellarShape>(pid, &r)) return 0;
-    supplementalFillObject(record, r.pid, StellarShape::Place(r));
-    record->sizeMajor = record->sizeMinor = record->sizeDefault = 0;
+    const SupplementalPlace place = StellarShape::Place(r);
+    setPointPlace(record, r.pid, place.ra, place.dec, place.magnitude);
     record->classMask = classMaskOf(kClassSupplementalStar);
     return 1;
 }

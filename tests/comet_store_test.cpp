@@ -33,10 +33,6 @@ const std::string kSolar = FERRY2_SOLAR_DIR;
 const std::string kSource = FERRY2_REFDATA_SOURCE;
 constexpr double kDeg = kRadiansPerDegree;
 
-void PokeU16(Bytes& b, size_t off, uint16_t v) {
-    b[off] = static_cast<uint8_t>(v);
-    b[off + 1] = static_cast<uint8_t>(v >> 8);
-}
 void PokeText(Bytes& b, size_t off, const char* text) { std::memcpy(&b[off], text, std::strlen(text)); }
 
 // A comet record written byte by byte at the offsets of the file format.

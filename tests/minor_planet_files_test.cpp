@@ -23,9 +23,6 @@
 
 namespace {
 
-void PokeU32(Bytes& b, size_t off, uint32_t v) {
-    for (int i = 0; i < 4; ++i) b[off + i] = static_cast<uint8_t>(v >> (8 * i));
-}
 
 Instant AtJd(double jd) {
     Instant i;

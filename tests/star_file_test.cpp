@@ -16,37 +16,30 @@ namespace {
 
 constexpr double kArcsec = std::numbers::pi / 648000.0;
 
-void Put32(Bytes& b, size_t off, uint32_t v) {
-    for (int i = 0; i < 4; ++i) b[off + i] = static_cast<uint8_t>(v >> (8 * i));
-}
-void Put16(Bytes& b, size_t off, uint16_t v) {
-    b[off] = static_cast<uint8_t>(v);
-    b[off + 1] = static_cast<uint8_t>(v >> 8);
-}
 
 // A long record with every field set to a value of its own, so that a field
 // read at the wrong offset or shift shows.
 Bytes HandLongRecord() {
     Bytes r(77, 0);
-    Put32(r, 0, 0x12345678);
-    Put32(r, 4, 0xF0000001);                        // a negative declination
-    Put32(r, 8, 750000u | (123u << 21));            // pmRa zero, csn row 123
-    Put32(r, 12, 760000u | (45u << 21));            // pmDec +0.1"/yr, text row 45
-    Put16(r, 16, 0x1A6);                            // K1.6
-    Put32(r, 18, 102000u | (7001u << 18));          // parallax 0.1", HR 7001
-    Put16(r, 22, 250);
-    Put16(r, 24, 0xFFF6);                           // -10 tenths
-    Put16(r, 26, 0xFFFF);                           // colour -0.001
-    Put32(r, 28, 91262u | (2u << 17));              // HIP 91262, vref 2
-    Put32(r, 32, 5u | (1u << 20) | (1u << 21) | (0xABu << 24));  // PPM 1100005
-    Put32(r, 36, 172167u | (3u << 19));
-    Put32(r, 40, 67174u | (888u << 18));            // SAO, NSV 888
-    Put32(r, 44, 0x11111111);
-    Put32(r, 48, 0x22222222);
-    Put32(r, 52, 0x33333333);
-    Put16(r, 56, 25466);                            // GC
-    Put32(r, 58, 163u | (37368u << 11) | (9u << 28));  // V 0.03, CCDM row
-    Put32(r, 62, 1234u | (4663u << 14) | (2u << 28));  // GSC/Tycho
+    PokeU32(r, 0, 0x12345678);
+    PokeU32(r, 4, 0xF0000001);                        // a negative declination
+    PokeU32(r, 8, 750000u | (123u << 21));            // pmRa zero, csn row 123
+    PokeU32(r, 12, 760000u | (45u << 21));            // pmDec +0.1"/yr, text row 45
+    PokeU16(r, 16, 0x1A6);                            // K1.6
+    PokeU32(r, 18, 102000u | (7001u << 18));          // parallax 0.1", HR 7001
+    PokeU16(r, 22, 250);
+    PokeU16(r, 24, 0xFFF6);                           // -10 tenths
+    PokeU16(r, 26, 0xFFFF);                           // colour -0.001
+    PokeU32(r, 28, 91262u | (2u << 17));              // HIP 91262, vref 2
+    PokeU32(r, 32, 5u | (1u << 20) | (1u << 21) | (0xABu << 24));  // PPM 1100005
+    PokeU32(r, 36, 172167u | (3u << 19));
+    PokeU32(r, 40, 67174u | (888u << 18));            // SAO, NSV 888
+    PokeU32(r, 44, 0x11111111);
+    PokeU32(r, 48, 0x22222222);
+    PokeU32(r, 52, 0x33333333);
+    PokeU16(r, 56, 25466);                            // GC
+    PokeU32(r, 58, 163u | (37368u << 11) | (9u << 28));  // V 0.03, CCDM row
+    PokeU32(r, 62, 1234u | (4663u << 14) | (2u << 28));  // GSC/Tycho
     r[66] = 3;                                      // Flamsteed 3
     r[67] = 51 | (1 << 7);                          // Lyr; letter bit 15 = 1 (Alpha)
     r[68] = 0x20;                                   // superscript 2 in bits 20 to 23
@@ -124,12 +117,12 @@ TEST(StarRecordTest, TheReadMaskLeavesOutWhatIsNotAskedFor) {
 
 TEST(StarRecordTest, ShortRecordFieldsAndItsTychoName) {
     Bytes b(22, 0);
-    Put32(b, 0, 1000);
-    Put32(b, 4, 0xFFFFFC18);  // -1000
-    Put32(b, 8, 750000u | (0x7FFu << 21));  // magnitude unknown
-    Put32(b, 12, 740000u | (17u << 21));
-    Put16(b, 16, 32767);
-    Put32(b, 18, 56u | (9537u << 14) | (3u << 28));
+    PokeU32(b, 0, 1000);
+    PokeU32(b, 4, 0xFFFFFC18);  // -1000
+    PokeU32(b, 8, 750000u | (0x7FFu << 21));  // magnitude unknown
+    PokeU32(b, 12, 740000u | (17u << 21));
+    PokeU16(b, 16, 32767);
+    PokeU32(b, 18, 56u | (9537u << 14) | (3u << 28));
     ShortStarRecord r;
     DecodeRecord<ShortStarLayout>(b.data(), r);
     StarData s;

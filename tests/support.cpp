@@ -53,6 +53,16 @@ void MakeDirs(const std::string& path) {
 void PokeF64(Bytes& b, size_t off, double v) { std::memcpy(&b[off], &v, 8); }
 void PokeF32(Bytes& b, size_t off, float v) { std::memcpy(&b[off], &v, 4); }
 void PokeI16(Bytes& b, size_t off, int16_t v) { std::memcpy(&b[off], &v, 2); }
+void PokeU16(Bytes& b, size_t off, uint16_t v) {
+    b[off] = static_cast<uint8_t>(v);
+    b[off + 1] = static_cast<uint8_t>(v >> 8);
+}
+void PokeU32(Bytes& b, size_t off, uint32_t v) {
+    for (int i = 0; i < 4; ++i) b[off + i] = static_cast<uint8_t>(v >> (8 * i));
+}
+uint32_t PeekU32(const Bytes& b, size_t off) {
+    return b[off] | b[off + 1] << 8 | b[off + 2] << 16 | static_cast<uint32_t>(b[off + 3]) << 24;
+}
 double PeekF64(const Bytes& b, size_t off) {
     double v;
     std::memcpy(&v, &b[off], 8);

@@ -33,6 +33,9 @@ void MakeDirs(const std::string& path);
 void PokeF64(Bytes& b, size_t off, double v);
 void PokeF32(Bytes& b, size_t off, float v);
 void PokeI16(Bytes& b, size_t off, int16_t v);
+void PokeU16(Bytes& b, size_t off, uint16_t v);
+void PokeU32(Bytes& b, size_t off, uint32_t v);
+uint32_t PeekU32(const Bytes& b, size_t off);
 double PeekF64(const Bytes& b, size_t off);
 int16_t PeekI16(const Bytes& b, size_t off);
 

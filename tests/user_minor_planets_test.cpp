@@ -17,12 +17,6 @@ namespace {
 
 constexpr double kDeg = std::numbers::pi / 180.0;
 
-void PokeU32(Bytes& b, size_t off, uint32_t v) {
-    for (int i = 0; i < 4; ++i) b[off + i] = static_cast<uint8_t>(v >> (8 * i));
-}
-uint32_t PeekU32(const Bytes& b, size_t off) {
-    return b[off] | b[off + 1] << 8 | b[off + 2] << 16 | static_cast<uint32_t>(b[off + 3]) << 24;
-}
 
 UserMpRecord Mp(uint32_t number, const char* name, double epoch, double e = 0.1, double a = 2.5) {
     UserMpRecord r;
