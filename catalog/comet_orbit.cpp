@@ -52,7 +52,7 @@ int cometOrbit(const CometRecord& r, OrbitRecord* orbit) {
         g = kDefaultCometG;
         k = kDefaultCometK;
     }
-    if (!OrbitInit(orbit, r.perihelionEpoch, r.epoch, 0.0, 0.0, r.perihelionDistance, r.eccentricity,
+    if (!OrbitInit(orbit, r.perihelionEpoch, 0.0, 0.0, 0.0, r.perihelionDistance, r.eccentricity,
                    r.argPerihelion * kDegrees, r.node * kDegrees, r.inclination * kDegrees, 0.0, g, k,
                    kCometMagnitudeLaw))
         return 0;

@@ -351,6 +351,21 @@ TEST_F(CometStoreTest, TheNearestEpochWinsAndTiesKeepTheEarlier) {
     }
 }
 
+// The orbit of a comet is its perihelion time, q, e and the angles: the
+// elements' epoch plays no part, so a record without a perihelion time has
+// no orbit even when it has an epoch.
+TEST(CometOrbitTest, NoPerihelionTimeNoOrbitWhateverTheEpoch) {
+    CometRecord r;
+    r.perihelionDistance = 1.0f;
+    r.eccentricity = 0.5f;
+    r.epoch = 0.25;
+    OrbitRecord orbit;
+    r.perihelionEpoch = 0.0;
+    EXPECT_EQ(cometOrbit(r, &orbit), 0);
+    r.perihelionEpoch = 0.125;
+    EXPECT_EQ(cometOrbit(r, &orbit), 1);
+}
+
 // Every write of an add that moves all rows, of an overwrite, of a delete
 // and of a compaction fails in turn, outright or half-way: the rows that
 // stood before stand, and the count is the old one or the new one.
