@@ -10,8 +10,9 @@ namespace {
 
 constexpr double kDegrees = 180.0 / 3.14159265358979323846;
 
-// The records of one comet: the reference comet from its row while number
-// and letter hold, the user's comet by its PID.
+// The records of one comet: the reference comet from its row while its
+// periodic number holds (the type letter isn't looked at, so 1P is followed
+// into a 1D next to it), the user's comet by its PID.
 int ReferenceRecords(uint32_t pid, std::vector<CometRecord>* out) {
     FilePtr file = openComets();
     CometRecord first;
@@ -20,7 +21,7 @@ int ReferenceRecords(uint32_t pid, std::vector<CometRecord>* out) {
     CometRecord next;
     for (long row = static_cast<long>(pid) + 1;
          first.number != 0 && readComet(file.get(), row, nullptr, nullptr, &next) &&
-         next.number == first.number && next.letter == first.letter;
+         next.number == first.number;
          ++row)
         out->push_back(next);
     return 1;

@@ -6,6 +6,9 @@ namespace {
 std::array<std::string, 2> g_roots;
 const std::string g_none;
 
+// Backslashes become '/', and a root that doesn't end in '/' gets one. A
+// root of any length is kept whole: cut short, it would name another
+// folder.
 std::string Normalise(const char* path) {
     std::string out(path);
     for (char& c : out)

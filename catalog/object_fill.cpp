@@ -105,8 +105,11 @@ int ReadConstellation(ObjectRecord* r, uint32_t pid) {
 
 // A comet of class 3 or 13 on its orbit at the instant: the J2000 place with
 // light time, the magnitude by its law, and the distance from the Earth in
-// au for the parallax of the common tail. No coma size is computed, so the
-// sizes stay 0. PID 0 is a valid reference comet.
+// au for the parallax of the common tail. PID 0 is a valid reference comet.
+// No law for the coma's diameter is known to this program, nor what the
+// record's small coefficient stands for: the coefficient is read, kept and
+// handed out by the orbit lookup, but no size is made from it, so a comet's
+// sizes stay 0 rather than show a made-up diameter.
 int ReadComet(ObjectRecord* r, const Site* site, const Instant* instant, double* distanceAu) {
     OrbitRecord orbit;
     if (!PlanetSeriesLoaded() || !orbitOfComet(site, instant, r->objectClass, r->pid, &orbit))

@@ -247,8 +247,9 @@ int Append(FILE* f, typename S::Record* r) {
 
 // The add rule: a record of the same name, compared exactly, is written
 // over and keeps its PID (2); otherwise the record is appended (1). 0 on a
-// failure. The PID index learns the row; the alphabetical index, which
-// can't hold a new name, is dropped to be built again on its next use.
+// failure. The PID index learns the row. The alphabetical index is left as
+// it is: a new name is missing from it until an import's end, a compaction
+// or a fresh store drops it and the next search builds it again.
 template <class S>
 int AddOrReplace(FILE* f, typename S::Record* r) {
     long count = 0;
@@ -264,7 +265,6 @@ int AddOrReplace(FILE* f, typename S::Record* r) {
         return 2;
     }
     if (!Append<S>(f, r)) return 0;
-    dropAlpha(S::Files());
     recordPid(S::Files(), f, r->pid, count);
     return 1;
 }
@@ -279,57 +279,45 @@ inline bool SameUpperName(const char (&name)[33], const char (&upper)[33]) {
 }
 
 // The row + 1 of a record whose name begins with the text, without case;
-// 0 when none does, -1 for an empty text or a read failure. An index that
-// points at the wrong record (rows moved by a delete) is built again once.
+// 0 when none does, -1 for an empty text or a read failure. A missing index
+// is built first. An index that leads to a record of another name is stale
+// (rows moved by a delete since it was made): the name is not found.
 template <class S>
 long FindByName(FILE* f, const char* text, typename S::Record* out) {
     if (!text || !*text) return -1;
-    const SupplementalFiles& files = S::Files();
-    for (int attempt = 0; attempt < 2; ++attempt) {
-        const bool existed = FileExists(files.alphaPath);
-        long count = 0;
-        FilePtr alpha = openAlpha(files, f, &count);
-        if (!alpha) return -1;
-        AlphaEntry entry;
-        const int found = searchAlpha(alpha.get(), count, text, &entry);
-        alpha.reset();
-        if (found == 0) return 0;
-        typename S::Record r;
-        if (found == 1 && ReadRow<S>(f, &r, static_cast<long>(entry.row)) && SameUpperName(r.name, entry.name)) {
-            *out = r;
-            return static_cast<long>(entry.row) + 1;
-        }
-        if (!existed) return -1;
-        dropAlpha(files);
-    }
-    return -1;
+    long count = 0;
+    FilePtr alpha = openAlpha(S::Files(), f, &count);
+    if (!alpha) return -1;
+    AlphaEntry entry;
+    const int found = searchAlpha(alpha.get(), count, text, &entry);
+    alpha.reset();
+    if (found != 1) return found;
+    long stored = 0;
+    typename S::Record r;
+    if (!ReadCount<S>(f, &stored)) return -1;
+    if (static_cast<long>(entry.row) >= stored) return 0;
+    if (!ReadRowImage<S>(f, static_cast<long>(entry.row), &r)) return -1;
+    if (!SameUpperName(r.name, entry.name)) return 0;
+    *out = r;
+    return static_cast<long>(entry.row) + 1;
 }
 
-// 1 with the record and its row + 1 when the store holds `pid`. A slot
-// that leads to a record of another PID means an index left stale by a
-// delete: it is built again once, and a PID that is gone stays not found.
+// 1 with the record and its row + 1 when the store holds `pid`. A missing
+// index is built first. A slot that leads to a record of another PID, or
+// past the records, is stale (a delete moved the rows): not found.
 template <class S>
 int FindByPid(FILE* f, uint32_t pid, typename S::Record* out, long* rowOut) {
     if (pid < 1) return 0;
-    const SupplementalFiles& files = S::Files();
-    for (int attempt = 0; attempt < 2; ++attempt) {
-        const bool existed = FileExists(files.pidPath);
-        uint32_t highest = 0, row = 0;
-        FilePtr index = openPidIndex(files, f, &highest);
-        if (!index) return 0;
-        const int slot = readPidSlot(index.get(), highest, pid, &row);
-        index.reset();
-        if (slot == 0) return 0;
-        typename S::Record r;
-        if (slot == 1 && ReadRow<S>(f, &r, static_cast<long>(row)) && r.pid == pid) {
-            *out = r;
-            if (rowOut) *rowOut = static_cast<long>(row) + 1;
-            return 1;
-        }
-        if (!existed) return 0;
-        dropPidIndex(files);
-    }
-    return 0;
+    uint32_t highest = 0, row = 0;
+    FilePtr index = openPidIndex(S::Files(), f, &highest);
+    if (!index) return 0;
+    const int slot = readPidSlot(index.get(), highest, pid, &row);
+    index.reset();
+    typename S::Record r;
+    if (slot != 1 || !ReadRow<S>(f, &r, static_cast<long>(row)) || r.pid != pid) return 0;
+    *out = r;
+    if (rowOut) *rowOut = static_cast<long>(row) + 1;
+    return 1;
 }
 
 // Opens the store for reading and finds `pid` in it, for the object fill.

@@ -67,6 +67,8 @@ int supplementalPlace(const std::string& raText, const std::string& decText, con
     double year = 0;
     if (hours == kParseFailed || degrees == kParseFailed || !ParseEquinox(equinox, &besselian, &year))
         return 0;
+    // A place off the sphere would be stored as some other place (an hour
+    // of 24 or more overflows the scaled RA): such a line is bad.
     if (hours < 0 || hours >= 24 || std::fabs(degrees) > 90) return 0;
     double ra = hours * kPi / 12.0;
     double dec = degrees * kRadiansPerDegree;

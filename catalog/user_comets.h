@@ -87,6 +87,8 @@ long nextCometByPid(CometWalk* walk, uint32_t pid, CometRecord* record);
 // designation is a prefix of the given one (rows with a designation); or the
 // number is equal (when `number` isn't 0). Each comet is tested once, at its
 // first row. The row, with the record in `out`; -1 for none or a failed
-// read. Null texts and a zero PID or number take no part.
+// read. Null or empty texts and a zero PID or number take no part: an
+// empty name would be a prefix of every name, and a zero number would take
+// any unnumbered comet for the one wanted.
 long findUserComet(FILE* file, uint32_t pid, const char* name, const char* iau, int number,
                    CometRecord* out);

@@ -13,6 +13,7 @@
 #include "astro/orbit_magnitudes.h"
 #include "base/file_io.h"
 #include "base/le_bytes.h"
+#include "base/prefix_match.h"
 #include "catalog/catalogue_codes.h"
 #include "catalog/object_record.h"
 
@@ -122,11 +123,11 @@ Image PidIndexImage(const std::vector<UserMpRecord>& rows) {
     return image;
 }
 
-std::vector<UserMpAlphaEntry> AlphaEntries(const std::vector<UserMpRecord>& rows) {
-    std::vector<UserMpAlphaEntry> entries;
+std::vector<AlphaEntry> AlphaEntries(const std::vector<UserMpRecord>& rows) {
+    std::vector<AlphaEntry> entries;
     for (uint32_t row = 0; row < rows.size(); ++row) {
         if (rows[row].name[0] == '\0') continue;
-        UserMpAlphaEntry e;
+        AlphaEntry e;
         CopyCut(e.name, UpperName(rows[row]).c_str());
         e.row = row;
         entries.push_back(e);
@@ -140,11 +141,11 @@ std::vector<UserMpAlphaEntry> AlphaEntries(const std::vector<UserMpRecord>& rows
     return entries;
 }
 
-Image AlphaImage(const std::vector<UserMpAlphaEntry>& entries) {
+Image AlphaImage(const std::vector<AlphaEntry>& entries) {
     Image image(4, 0);
     le::PutU32(image.data(), static_cast<uint32_t>(entries.size()));
-    for (const UserMpAlphaEntry& e : entries) {
-        const auto bytes = RecordImage<UserMpAlphaLayout>(e);
+    for (const AlphaEntry& e : entries) {
+        const auto bytes = RecordImage<AlphaEntryLayout>(e);
         image.insert(image.end(), bytes.begin(), bytes.end());
     }
     return image;
@@ -171,38 +172,28 @@ int PidSlot(uint32_t pid, uint32_t* row) {
     return ReadU32At(f.get(), 4L * pid, row);
 }
 
-int ReadAlpha(FILE* f, uint32_t i, UserMpAlphaEntry* e) {
-    return std::fseek(f, 4 + static_cast<long>(i) * UserMpAlphaLayout::kSize, SEEK_SET) == 0 &&
-           ReadRecord<UserMpAlphaLayout>(f, *e);
+int ReadAlpha(FILE* f, uint32_t i, AlphaEntry* e) {
+    return std::fseek(f, 4 + static_cast<long>(i) * AlphaEntryLayout::kSize, SEEK_SET) == 0 &&
+           ReadRecord<AlphaEntryLayout>(f, *e);
 }
 
-// The first entry of the upper-cased name: 1 and its row, else 0.
-int AlphaSlot(const std::string& upper, uint32_t* row) {
-    if (upper.empty()) return 0;
+// An entry whose name begins with the text, found by the same bisection as
+// the user stars' names: 1 and its row, else 0.
+int AlphaSlot(const char* name, uint32_t* row) {
+    if (!name || name[0] == '\0') return 0;
     FilePtr f = OpenFile(kUserMpAlphaPath, "rb");
     uint32_t count = 0;
-    if (!f || !ReadU32At(f.get(), 0, &count)) return 0;
-    uint32_t lo = 0, hi = count;
-    UserMpAlphaEntry e;
-    while (lo < hi) {
-        const uint32_t mid = lo + (hi - lo) / 2;
-        if (!ReadAlpha(f.get(), mid, &e)) return 0;
-        if (std::strncmp(e.name, upper.c_str(), sizeof e.name) < 0)
-            lo = mid + 1;
-        else
-            hi = mid;
-    }
-    if (lo >= count || !ReadAlpha(f.get(), lo, &e) || upper != UpperName(e.name, sizeof e.name))
+    AlphaEntry e;
+    if (!f || !ReadU32At(f.get(), 0, &count) || searchAlpha(f.get(), static_cast<long>(count), name, &e) != 1)
         return 0;
     *row = e.row;
     return 1;
 }
 
-// Keeps the derived files in step with one appended row, where they exist:
-// a new object gets its number slot, PID slot and name entry; a new epoch of
-// a known object changes nothing, as they point at an object's first row.
-void RecordAppendedRow(const UserMpRecord& r, uint32_t row, bool newObject) {
-    if (!newObject) return;
+// Keeps the derived files in step with the row appended for a new object,
+// where they exist: its number slot (if the number has none yet), its PID
+// slot and its name entry.
+void RecordAppendedRow(const UserMpRecord& r, uint32_t row) {
     if (FilePtr f = OpenFile(kUserMpNumberPath, "r+b");
         f && r.number >= 1 && r.number <= kUserMpNumberSlots) {
         uint32_t numbered = 0, highest = 0, slot = 0;
@@ -228,11 +219,11 @@ void RecordAppendedRow(const UserMpRecord& r, uint32_t row, bool newObject) {
     if (FilePtr f = OpenFile(kUserMpAlphaPath, "rb")) {
         uint32_t count = 0;
         bool ok = ReadU32At(f.get(), 0, &count);
-        std::vector<UserMpAlphaEntry> entries(ok ? count : 0);
+        std::vector<AlphaEntry> entries(ok ? count : 0);
         for (uint32_t i = 0; ok && i < count; ++i) ok = ReadAlpha(f.get(), i, &entries[i]);
         f.reset();
         if (ok) {
-            UserMpAlphaEntry e;
+            AlphaEntry e;
             CopyCut(e.name, UpperName(r).c_str());
             e.row = row;
             const auto at = std::upper_bound(entries.begin(), entries.end(), e, [](const auto& a, const auto& b) {
@@ -247,14 +238,18 @@ void RecordAppendedRow(const UserMpRecord& r, uint32_t row, bool newObject) {
     }
 }
 
-// A slot pointing at a row that doesn't carry what it was looked up by is
-// stale (rows moved by a delete): the derived files are made again and the
-// lookup runs once more. 1 found, -1 not there, 0 a read failure or
-// indexes that can't be made.
+// How a lookup treats a slot that leads to a row moved there by a delete
+// since the derived files were made (a stale index).
+enum class Stale { kNotFound, kRebuild };
+
+// The row a derived file leads to, when it still carries what it was looked
+// up by: 1 and the row; -1 when the slot is empty or stale. With
+// Stale::kRebuild the derived files are made again and the lookup runs once
+// more, so that the add rule never takes a stale index's word that an
+// object isn't there. 0 for a read failure or indexes that can't be made.
 template <class Slot, class Fits>
-int CheckedRow(FILE* file, Slot slot, Fits fits, UserMpRecord* out, uint32_t* rowOut) {
+int CheckedRow(FILE* file, Slot slot, Fits fits, Stale stale, UserMpRecord* out, uint32_t* rowOut) {
     for (int attempt = 0; attempt < 2; ++attempt) {
-        if (attempt == 1) dropUserMpIndexes();
         if (!buildUserMpIndexes(file)) return 0;
         uint32_t row = 0, count = 0, lastPid = 0;
         if (!slot(&row)) return -1;
@@ -266,6 +261,9 @@ int CheckedRow(FILE* file, Slot slot, Fits fits, UserMpRecord* out, uint32_t* ro
             *rowOut = row;
             return 1;
         }
+        if (stale == Stale::kNotFound) return -1;
+        dropUserMpIndexes();
+        stale = Stale::kNotFound;
     }
     return -1;
 }
@@ -286,11 +284,12 @@ int SameEpochRow(FILE* file, uint32_t first, uint32_t count, uint32_t pid, doubl
     return 0;
 }
 
-// The perihelion time follows the epoch, so it is held to the same
-// tolerance: a changed mean anomaly still shows.
+// Whether a row holds the same elements as the new record: the epoch to
+// within the tolerance, q, a, e and the five f32 fields. The perihelion
+// time isn't among them, so a line that changes only the mean anomaly
+// leaves the row as it is.
 bool SameElements(const UserMpRecord& a, const UserMpRecord& b) {
     return std::fabs(a.epoch - b.epoch) < kUserMpEpochTolerance &&
-           std::fabs(a.perihelionEpoch - b.perihelionEpoch) < kUserMpEpochTolerance &&
            a.perihelionDistance == b.perihelionDistance &&
            a.semiMajorAxis == b.semiMajorAxis && a.eccentricity == b.eccentricity &&
            a.inclination == b.inclination && a.argPerihelion == b.argPerihelion &&
@@ -363,7 +362,9 @@ void unpackUserMp(const UserMpRecord& r, UserMpElements* out) {
     out->epoch = r.epoch;
     out->perihelionDistance = r.perihelionDistance;
     out->eccentricity = r.eccentricity;
-    out->semiMajorAxis = r.eccentricity < 1 ? r.perihelionDistance / (1 - r.eccentricity) : 0.0;
+    // Whatever the stored a holds: negative for a hyperbola, infinite for a
+    // parabola.
+    out->semiMajorAxis = r.perihelionDistance / (1 - r.eccentricity);
     out->inclination = r.inclination * kRadToDeg;
     out->argPerihelion = r.argPerihelion * kRadToDeg;
     out->node = r.node * kRadToDeg;
@@ -437,31 +438,49 @@ int buildUserMpIndexes(FILE* file) {
 int findUserMpByPid(FILE* file, uint32_t pid, UserMpRecord* out, uint32_t* rowOut) {
     const int found = CheckedRow(
         file, [pid](uint32_t* row) { return PidSlot(pid, row); },
-        [pid](const UserMpRecord& r) { return r.pid == pid; }, out, rowOut);
+        [pid](const UserMpRecord& r) { return r.pid == pid; }, Stale::kNotFound, out, rowOut);
     return found == 1 ? 1 : 0;
 }
+
+namespace {
+
+// The row of the new record's epoch among the rows of the object a derived
+// file leads to: 1 and the row, -1 for none, 0 for a read failure.
+template <class Slot, class Fits>
+int EpochRow(FILE* file, uint32_t count, double epoch, Slot slot, Fits fits, UserMpRecord* hit,
+             uint32_t* hitRow) {
+    UserMpRecord first;
+    uint32_t firstRow = 0;
+    const int found = CheckedRow(file, slot, fits, Stale::kRebuild, &first, &firstRow);
+    if (found != 1) return found;
+    return SameEpochRow(file, firstRow, count, first.pid, epoch, hit, hitRow) ? 1 : -1;
+}
+
+}  // namespace
 
 int addOrReplaceUserMp(FILE* file, const UserMpRecord& record, uint32_t* count) {
     uint32_t stored = 0, lastPid = 0;
     if (!readUserMpHead(file, &stored, &lastPid)) return 0;
-    UserMpRecord first;
-    uint32_t firstRow = 0;
-    // The object by number, else by name; -1 from the lookup is "not there".
-    int found = CheckedRow(
-        file, [&](uint32_t* row) { return NumberSlot(record.number, row); },
-        [&](const UserMpRecord& r) { return r.number == record.number; }, &first, &firstRow);
-    if (found != 1) {
-        const std::string upper = UpperName(record);
-        found = CheckedRow(
-            file, [&](uint32_t* row) { return AlphaSlot(upper, row); },
-            [&](const UserMpRecord& r) { return UpperName(r) == upper; }, &first, &firstRow);
+    UserMpRecord hit;
+    uint32_t hitRow = 0;
+    // The row of this epoch, by number first and by name otherwise.
+    int found = EpochRow(
+        file, stored, record.epoch, [&](uint32_t* row) { return NumberSlot(record.number, row); },
+        [&](const UserMpRecord& r) { return r.number == record.number; }, &hit, &hitRow);
+    if (found == -1) {
+        found = EpochRow(
+            file, stored, record.epoch, [&](uint32_t* row) { return AlphaSlot(record.name, row); },
+            [&](const UserMpRecord& r) {
+                char name[34];
+                supplementalNameText(r.name, name);
+                return PrefixMatch(record.name, name);
+            },
+            &hit, &hitRow);
     }
     if (found == 0) return 0;
 
     UserMpRecord r = record;
-    UserMpRecord hit;
-    uint32_t hitRow = 0;
-    if (found == 1 && SameEpochRow(file, firstRow, stored, first.pid, record.epoch, &hit, &hitRow)) {
+    if (found == 1) {
         r.pid = hit.pid;
         if (SameElements(hit, r)) return 3;
         r.computed = r.perihelionDistance != hit.perihelionDistance
@@ -469,15 +488,15 @@ int addOrReplaceUserMp(FILE* file, const UserMpRecord& record, uint32_t* count) 
                          : hit.computed;
         return WriteRowAt(file, hitRow, r) && std::fflush(file) == 0 ? 2 : 0;
     }
-    // A new row: of the object found (another epoch of it), or of a new one.
+    // No row of this epoch: elements at a new epoch make a new object, with
+    // the next PID, even when an object of that number or name is there.
     if (stored >= kUserMpMaxRows) return 0;
-    const bool newObject = found != 1;
-    r.pid = newObject ? lastPid + 1 : first.pid;
+    r.pid = lastPid + 1;
     r.computed = 0;
-    if (newObject && r.pid == 0) return 0;  // the PIDs are used up
+    if (r.pid == 0) return 0;  // the PIDs are used up
     if (!WriteRowAt(file, stored, r) || std::fflush(file) != 0) return 0;
-    if (!WriteHead(file, stored + 1, newObject ? r.pid : lastPid)) return 0;
-    RecordAppendedRow(r, stored, newObject);
+    if (!WriteHead(file, stored + 1, r.pid)) return 0;
+    RecordAppendedRow(r, stored);
     if (count) *count = stored + 1;
     return 1;
 }

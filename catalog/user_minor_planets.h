@@ -13,6 +13,7 @@
 #include "base/file_utils.h"
 #include "base/record_layout.h"
 #include "catalog/delete_cascade.h"
+#include "catalog/supplemental_indexes.h"
 
 inline constexpr char kUserMpPath[] = "user/mp.bin";
 inline constexpr char kUserMpNumberPath[] = "user/mpn.bin";
@@ -73,20 +74,8 @@ struct UserMpLayout {
 };
 static_assert(LayoutIsPacked<UserMpLayout, UserMpRecord>());
 
-// One row of "user/mp_alpha.bin": the upper-cased name and its row.
-struct UserMpAlphaEntry {
-    char name[33] = {};
-    uint32_t row = 0;
-};
-struct UserMpAlphaLayout {
-    static constexpr size_t kSize = 37;
-    template <class Io, class R>
-    static constexpr void Fields(Io& io, R& r) {
-        io.Text(0, r.name);
-        io.U32(33, r.row);
-    }
-};
-static_assert(LayoutIsPacked<UserMpAlphaLayout, UserMpAlphaEntry>());
+// "user/mp_alpha.bin" has the rows of the user stars' alphabetical index
+// (`AlphaEntry`): the upper-cased name and its row.
 
 // The elements as the text imports and the orbit code see them: degrees,
 // and a from q and e.
@@ -109,8 +98,8 @@ int packUserMp(UserMpRecord* record, uint32_t number, const char* name, const ch
                double perihelionDistance, double eccentricity, double argPerihelion, double node,
                double inclination, double meanMotion, double h, double g);
 
-// Angles in degrees again; a is q / (1 - e) whatever the record holds (0
-// for a parabola or hyperbola, where it has no use).
+// Angles in degrees again; a is q / (1 - e) whatever the record holds
+// (negative for a hyperbola, infinite for a parabola).
 void unpackUserMp(const UserMpRecord& record, UserMpElements* out);
 
 // The brightest magnitude of the object: at a perihelic opposition, seen
@@ -128,16 +117,24 @@ int readUserMpRow(FILE* file, uint32_t row, UserMpRecord* out);
 // Reads every record below the count.
 int readUserMpAll(FILE* file, std::vector<UserMpRecord>* out, uint32_t* lastPid);
 
-// The add rule: answers 1 added, 2 replaced, 3 unchanged, 0 failed (a
-// read or write failure, a full store, or indexes that can't be made).
-// `count` follows the store's count. The record's `pid` and `computed`
-// are the store's business.
+// The add rule. The row of the record's epoch (to within 3e-10 century) is
+// looked for among the rows of the object the number index leads to, then
+// among those of the object the name index leads to (a case-blind prefix,
+// found by bisection). Found with the same elements: 3, unchanged, nothing
+// written. Found otherwise: the row is written over under its PID, 2. Not
+// found: the record goes at the end as a new object with the next PID, 1,
+// even when an object of that number or name is there at other epochs.
+// 0 for a read or write failure, a full store, or indexes that can't be
+// made. `count` follows the store's count. The record's `pid` and
+// `computed` are the store's business.
 int addOrReplaceUserMp(FILE* file, const UserMpRecord& record, uint32_t* count);
 
 // Sorts the whole store (numbered rows by number, PID descending, epoch
 // descending, before the unnumbered ones; those by upper-cased name) and
-// writes it anew through "mpt.bin"; the derived files go. `file` is closed
-// and opened again on the new store. 1, or 0 with the store as it was.
+// writes it anew through "mpt.bin"; the derived files go. The rows are the
+// same bytes an overwrite in place would leave, but a write that fails
+// half-way can't leave a store of mixed rows: it fails with the store as it
+// was. `file` is closed and opened again on the new store.
 int sortUserMp(FilePtr* file, uint32_t* count);
 
 // The row of the object `pid` whose epoch is nearest `t` (Julian

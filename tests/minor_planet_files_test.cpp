@@ -209,9 +209,6 @@ protected:
         PlanetFilesClose();
         PlanetFilesOpen(FERRY2_SOLAR_DIR);
         ASSERT_TRUE(PlanetSeriesLoaded());
-        FilePtr f = openUserMp(nullptr);
-        ASSERT_TRUE(f);
-        uint32_t count = 0;
         // MPCORB elements of 2025 Nov 21.0 TT: M, peri, node, incl, e, a, H, G.
         struct Row { uint32_t number; const char* name; double epochJd, m, peri, node, incl, e, a, h; };
         const Row rows[] = {
@@ -221,14 +218,23 @@ protected:
             // Ceres again, 400 days on with the mean anomaly moved on with it.
             {1, "Ceres", 2461400.5, 318.75, 73.29974, 80.24963, 10.58789, 0.0795763, 2.7656157, 3.35},
         };
-        for (const Row& r : rows) {
+        // The store as the user's imports left it, Ceres's two rows under one
+        // PID.
+        Bytes store(8, 0);
+        PokeU32(store, 0, 4);
+        PokeU32(store, 4, 3);
+        const uint32_t pids[] = {1, 2, 3, 1};
+        for (size_t i = 0; i < std::size(rows); ++i) {
+            const Row& r = rows[i];
             UserMpRecord record;
             ASSERT_EQ(packUserMp(&record, r.number, r.name, "MPC", 0.0, (r.epochJd - 2451545.0) / 36525.0, r.m,
                                  r.a, 0.0, r.e, r.peri, r.node, r.incl, 0.0, r.h, 0.15),
                       1);
-            ASSERT_GE(addOrReplaceUserMp(f.get(), record, &count), 1);
+            record.pid = pids[i];
+            const auto image = RecordImage<UserMpLayout>(record);
+            store.insert(store.end(), image.begin(), image.end());
         }
-        ASSERT_EQ(count, 4u);
+        WriteFileBytes(kUserMpPath, store);
         at_ = AtJd(2461041.5);
         for (uint32_t pid = 1; pid <= 3; ++pid) {
             initObjectRecord(&objects_[pid]);

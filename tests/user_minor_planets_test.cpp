@@ -138,6 +138,8 @@ TEST_F(UserMpTest, IndexFilesHoldTheRowsAndAreRebuiltTheSameWhenDeleted) {
 
 TEST_F(UserMpTest, AddRuleAnswers) {
     UserMpRecord changed = Mp(1, "Ceres", 0.25, 0.2);
+    UserMpRecord moved = changed;
+    moved.perihelionEpoch += 0.01;
     const struct {
         const char* what;
         UserMpRecord record;
@@ -148,12 +150,14 @@ TEST_F(UserMpTest, AddRuleAnswers) {
         {"same orbit", Mp(1, "Ceres", 0.25), 3, 1, 1},
         {"epoch 1e-10 century away", Mp(1, "Ceres", 0.25 + 1e-10), 3, 1, 1},
         {"other eccentricity", changed, 2, 1, 1},
-        {"another epoch of the object", Mp(1, "Ceres", 0.26), 1, 1, 2},
-        {"another number", Mp(4, "Vesta", 0.25), 1, 2, 3},
-        {"unnumbered", Mp(0, "2003 AB", 0.25), 1, 3, 4},
-        {"unnumbered, by name in any case", Mp(0, "2003 ab", 0.25), 3, 3, 4},
-        {"a number without a slot", Mp(70000, "Big", 0.25), 1, 4, 5},
-        {"found by its name", Mp(70000, "Big", 0.25), 3, 4, 5},
+        {"another mean anomaly only", moved, 3, 1, 1},
+        {"another epoch is another object", Mp(1, "Ceres", 0.26), 1, 2, 2},
+        {"another number", Mp(4, "Vesta", 0.25), 1, 3, 3},
+        {"unnumbered", Mp(0, "2003 AB", 0.25), 1, 4, 4},
+        {"unnumbered, by name in any case", Mp(0, "2003 ab", 0.25), 3, 4, 4},
+        {"unnumbered, by the start of a name", Mp(0, "2003", 0.25), 3, 4, 4},
+        {"a number without a slot", Mp(70000, "Big", 0.25), 1, 5, 5},
+        {"found by its name", Mp(70000, "Big", 0.25), 3, 5, 5},
     };
     uint32_t count = 0;
     FilePtr f = openUserMp(&count);
@@ -165,6 +169,7 @@ TEST_F(UserMpTest, AddRuleAnswers) {
         uint32_t row = 0;
         ASSERT_EQ(findUserMpByPid(f.get(), s.pid, &found, &row), 1);
         EXPECT_EQ(found.number, s.record.number);
+        EXPECT_NEAR(found.epoch, s.record.epoch, 1e-9);
     }
     // The replaced row took the new elements and a brightest magnitude.
     UserMpRecord ceres;
@@ -188,6 +193,12 @@ TEST_F(UserMpTest, UnpackGivesDegreesAndTheAxisFromQ) {
     EXPECT_NEAR(e.inclination, 5.0, 1e-5);
     EXPECT_NEAR(e.argPerihelion, 30.0, 1e-5);
     EXPECT_NEAR(e.node, 40.0, 1e-5);
+    // Past the parabola the axis is negative, whatever the record holds.
+    UserMpRecord open = r;
+    open.perihelionDistance = 1.0;
+    open.eccentricity = 1.5;
+    unpackUserMp(open, &e);
+    EXPECT_DOUBLE_EQ(e.semiMajorAxis, -2.0);
 }
 
 TEST_F(UserMpTest, SortPutsNumberedFirstThenNamesAndTheNewestEpochFirst) {
@@ -243,7 +254,7 @@ struct Cascaded {
     bool operator==(const Cascaded&) const = default;
 };
 
-TEST_F(UserMpTest, DeleteLeavesStaleIndexesThatLookupsSeeThrough) {
+TEST_F(UserMpTest, AfterADeleteFindsTrustNoStaleSlotButTheAddRuleLooksAgain) {
     uint32_t count = 0;
     FilePtr f = openUserMp(&count);
     for (auto r : {Mp(1, "Ceres", 0.25), Mp(2, "Pallas", 0.25), Mp(3, "Juno", 0.25)})
@@ -254,21 +265,39 @@ TEST_F(UserMpTest, DeleteLeavesStaleIndexesThatLookupsSeeThrough) {
     ASSERT_EQ(deleteUserMpRow(f.get(), 0, cascade), 1);
     EXPECT_EQ(cascaded, (std::vector<Cascaded>{{14, 8, 1}}));
     EXPECT_EQ(ReadFileBytes(kUserMpPidPath), pidIndex);  // left as it was
+    // PID 2's slot leads to Juno's row now, PID 3's past the end.
     UserMpRecord r;
     uint32_t row = 0;
-    EXPECT_EQ(findUserMpByPid(f.get(), 1, &r, &row), 0);
+    for (uint32_t pid : {1u, 2u, 3u}) EXPECT_EQ(findUserMpByPid(f.get(), pid, &r, &row), 0) << pid;
+    // Juno is found all the same, and nothing is added twice.
+    EXPECT_EQ(addOrReplaceUserMp(f.get(), Mp(3, "Juno", 0.25), &count), 3);
     ASSERT_EQ(findUserMpByPid(f.get(), 3, &r, &row), 1);
     EXPECT_EQ(row, 1u);
     EXPECT_STREQ(r.name, "Juno");
-    EXPECT_EQ(addOrReplaceUserMp(f.get(), Mp(3, "Juno", 0.25), &count), 3);
-    // By PID: every row of the object goes, after one cascade.
-    ASSERT_EQ(addOrReplaceUserMp(f.get(), Mp(2, "Pallas", 0.5), &count), 1);
-    cascaded.clear();
+}
+
+TEST_F(UserMpTest, AnObjectOfSeveralRowsGoesWithOneCascade) {
+    auto row = [](uint32_t number, uint32_t pid, double epoch) {
+        UserMpRecord r = Mp(number, "X", epoch);
+        r.pid = pid;
+        return r;
+    };
+    WriteStore({row(1, 1, 0.3), row(2, 2, 0.3), row(2, 2, 0.1), row(3, 3, 0.3)}, 3);
+    uint32_t count = 0;
+    FilePtr f = openUserMp(&count);
+    std::vector<Cascaded> cascaded;
+    const DeleteCascade cascade = [&](int c, uint32_t m, uint32_t p) { cascaded.push_back({c, m, p}); };
+    // One of two rows: the object is still there, its attachments stay.
+    ASSERT_EQ(deleteUserMpRow(f.get(), 1, cascade), 1);
+    EXPECT_TRUE(cascaded.empty());
+    WriteStore({row(1, 1, 0.3), row(2, 2, 0.3), row(2, 2, 0.1), row(3, 3, 0.3)}, 3);
+    f = openUserMp(&count);
     ASSERT_EQ(deleteUserMpByPid(f.get(), 2, cascade), 1);
     EXPECT_EQ(cascaded, (std::vector<Cascaded>{{14, 8, 2}}));
-    ASSERT_EQ(readUserMpHead(f.get(), &count, &row), 1);
-    EXPECT_EQ(count, 1u);
-    EXPECT_EQ(row, 3u);  // the last PID stays
+    uint32_t lastPid = 0;
+    ASSERT_EQ(readUserMpHead(f.get(), &count, &lastPid), 1);
+    EXPECT_EQ(count, 2u);
+    EXPECT_EQ(lastPid, 3u);
     EXPECT_EQ(deleteUserMpByPid(f.get(), 2, cascade), 0);
 }
 
