@@ -4,6 +4,8 @@
 // objects' published designations.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include <cstring>
 #include <filesystem>
 #include <string>
@@ -310,8 +312,8 @@ TEST_F(CraftedNamesTest, OpenClusterByItsFamilies) {
     hand[29] = 255;
     hand[26] = 255;
     ASSERT_EQ(Bytes(image.begin(), image.end()), hand);
-    Bytes file(36, 0);  // record 0, then the cluster as record 1
-    file.insert(file.end(), hand.begin(), hand.end());
+    Bytes file(2 * hand.size(), 0);  // record 0, then the cluster as record 1
+    std::copy(hand.begin(), hand.end(), file.begin() + static_cast<long>(hand.size()));
     Write(kCatOc, file);
 
     DesignationForm form;
@@ -346,8 +348,9 @@ TEST_F(CraftedNamesTest, GroupsGalaxiesAndGlobularsByTheirOwnCatalogues) {
     GalaxyRecord galaxy;
     galaxy.pgc = 143;
     const auto galaxyImage = RecordImage<GalaxyLayout>(galaxy);
-    Bytes gal(galaxyImage.begin(), galaxyImage.end());
-    gal.insert(gal.end(), galaxyImage.begin(), galaxyImage.end());
+    Bytes gal(2 * galaxyImage.size(), 0);  // records 1 and 2 alike
+    std::copy(galaxyImage.begin(), galaxyImage.end(), gal.begin());
+    std::copy(galaxyImage.begin(), galaxyImage.end(), gal.begin() + static_cast<long>(galaxyImage.size()));
     Write(kCatGal, gal);
     EXPECT_EQ(Primary(kClassGalaxy, 2, &form), "PGC 143");
     ExpectForm(form, {0, "PGC", 1, {2}}, "PGC 143");
