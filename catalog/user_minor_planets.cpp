@@ -441,6 +441,22 @@ int findUserMpByPid(FILE* file, uint32_t pid, UserMpRecord* out, uint32_t* rowOu
     return found == 1 ? 1 : 0;
 }
 
+int findUserMpByNumber(FILE* file, uint32_t number, UserMpRecord* out, uint32_t* rowOut) {
+    const int found = CheckedRow(
+        file, [number](uint32_t* row) { return NumberSlot(number, row); },
+        [number](const UserMpRecord& r) { return r.number == number; }, out, rowOut);
+    return found == 1 ? 1 : 0;
+}
+
+int findUserMpByName(FILE* file, const char* name, UserMpRecord* out, uint32_t* rowOut) {
+    if (!name || !*name) return 0;
+    const std::string upper = UpperName(name, std::min<size_t>(std::strlen(name), sizeof(UserMpRecord::name) - 1));
+    const int found = CheckedRow(
+        file, [&](uint32_t* row) { return AlphaSlot(upper, row); },
+        [&](const UserMpRecord& r) { return UpperName(r) == upper; }, out, rowOut);
+    return found == 1 ? 1 : 0;
+}
+
 int addOrReplaceUserMp(FILE* file, const UserMpRecord& record, uint32_t* count) {
     uint32_t stored = 0, lastPid = 0;
     if (!readUserMpHead(file, &stored, &lastPid)) return 0;
