@@ -14,6 +14,7 @@
 #include "astro/planet_files.h"
 #include "astro/planet_series.h"
 #include "astro/site.h"
+#include "catalog/catalogue_files.h"
 #include "catalog/catalogue_roots.h"
 #include "catalog/comet_files.h"
 #include "catalog/fill_by_designation.h"
@@ -191,6 +192,70 @@ TEST_F(FillByDesignationTest, OneDesignationCanFillSeveralRecords) {
     EXPECT_EQ(r_[1].designationKind, 6);
     EXPECT_EQ(r_[1].constellation, 13);  // CMa
     EXPECT_EQ(r_[2].pid, 0u);
+}
+
+// The double-star and GSC files are not in the generated set: small ones
+// are written here by hand at the offsets their formats give, beside a copy
+// of the set's star file.
+class CraftedStarFilesTest : public FillByDesignationTest {
+protected:
+    void SetUp() override {
+        FillByDesignationTest::SetUp();
+        setCatalogueRoots(".", ".", ".");
+        std::filesystem::copy_file(kSet + "stars/stars.bin", catalogueFilePath(kCatStars));
+        std::filesystem::copy_file(kSet + "small/conrect.bin", catalogueFilePath(kCatConrect));
+    }
+};
+
+TEST_F(CraftedStarFilesTest, StruveAndAdsLeadThroughTheCcdmRowsToTheirStars) {
+    Bytes struve;
+    Put(struve, (3 - 1) * 2, {0x02, 0x00});  // Struve 3 -> ccdm_i row 2
+    Put(struve, (4 - 1) * 2, {0xFF, 0xFF});  // Struve 4: no row
+    WriteFileBytes(catalogueFilePath(kCatStruve), struve);
+    Bytes ads;
+    Put(ads, (5 - 1) * 8, {0x02, 0, 0, 0, 0x01, 0, 0, 0});  // ADS 5 -> rows 2 and 1
+    WriteFileBytes(catalogueFilePath(kCatAdsCcdm), ads);
+    Bytes index(2 * 31, 0);
+    Put(index, 0 * 31 + 4, {0xB5, 0x09, 0x00});  // row 1: star 2485, Sirius
+    Put(index, 1 * 31 + 4, {0x4E, 0x1B, 0x00});  // row 2: star 6990, Vega
+    WriteFileBytes(catalogueFilePath(kCatCcdmI), index);
+
+    ASSERT_EQ(Fill(5, 14, "Struve 3"), 1);
+    EXPECT_EQ(r_[0].pid, 6990u);
+    EXPECT_NEAR(r_[0].decJ2000, kVegaDec * kDeg, kPlaceTolerance);
+    ASSERT_EQ(Fill(5, 14, "", 3), 1);
+    EXPECT_EQ(r_[0].pid, 6990u);
+    EXPECT_EQ(Fill(5, 14, "Struve 4"), 0);
+    ASSERT_EQ(Fill(5, 15, "ADS 5"), 2);
+    EXPECT_EQ(r_[0].pid, 6990u);
+    EXPECT_EQ(r_[1].pid, 2485u);
+    EXPECT_EQ(r_[1].designationKind, 15);
+    EXPECT_EQ(Fill(5, 15, "ADS 6"), 0);
+}
+
+TEST_F(CraftedStarFilesTest, GscSlotsAreStarReferencesOrStarsOfTheirOwnWithBit31) {
+    MakeDirs("gsc/N0000");
+    Bytes band(16 * 593, 0);  // region 1: RA 0h to 1h, Dec 0 to 2.5 degrees
+    Put(band, 0, {0x00, 0x00, 0x80, 0x3F, 0, 0, 0, 0, 0x00, 0x00, 0x20, 0x40, 0, 0, 0, 0});
+    WriteFileBytes("gsc/N0000.bin", band);
+    Bytes region;
+    Put(region, 0, {0x4E, 0x1B, 0x00, 0x80, 0x00, 0x00});  // star 1: a reference to star 6990
+    // Star 2 at the middle of the box: RA code 262143, Dec code 65535,
+    // magnitude code 100.
+    Put(region, 6, {0xFF, 0xF0, 0xFF, 0x3F, 0x64, 0xFF});
+    WriteFileBytes("gsc/N0000/0001.bin", region);
+
+    ASSERT_EQ(Fill(5, 19, "GSC 00001-0001"), 1);
+    EXPECT_EQ(r_[0].pid, 6990u);
+    EXPECT_NEAR(r_[0].raJ2000, kVegaRa * kDeg, kPlaceTolerance);
+    ASSERT_EQ(Fill(5, 19, "GSC 00001-0002"), 1);
+    EXPECT_EQ(r_[0].pid, 0x80004002u);  // number 2, region 1 shifted by 14, bit 31
+    EXPECT_NEAR(r_[0].raJ2000, 0.5 * 15 * kDeg, 1e-4);
+    EXPECT_NEAR(r_[0].decJ2000, 1.25 * kDeg, 1e-4);
+    EXPECT_NEAR(r_[0].magnitude, 100 * 0.08941176470588236 - 1.6, 1e-5);
+    EXPECT_EQ(r_[0].classMask, 16u);
+    EXPECT_EQ(Fill(5, 19, "GSC 00001-0003"), 0);
+    EXPECT_EQ(Fill(5, 19, "GSC 00002-0001"), 0);
 }
 
 TEST_F(FillByDesignationTest, ConstellationsAndBodiesByName) {
