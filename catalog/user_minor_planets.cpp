@@ -242,6 +242,14 @@ void RecordAppendedRow(const UserMpRecord& r, uint32_t row) {
 // since the derived files were made (a stale index).
 enum class Stale { kNotFound, kRebuild };
 
+// Whether the row's name begins with the text, case aside: what a name
+// entry found by the bisection promises.
+bool NameBegins(const UserMpRecord& r, const char* text) {
+    char name[34];
+    supplementalNameText(r.name, name);
+    return PrefixMatch(text, name);
+}
+
 // The row a derived file leads to, when it still carries what it was looked
 // up by: 1 and the row; -1 when the slot is empty or stale. With
 // Stale::kRebuild the derived files are made again and the lookup runs once
@@ -458,6 +466,20 @@ int EpochRow(FILE* file, uint32_t count, double epoch, Slot slot, Fits fits, Use
 
 }  // namespace
 
+int findUserMpByNumber(FILE* file, uint32_t number, UserMpRecord* out, uint32_t* rowOut) {
+    const int found = CheckedRow(
+        file, [number](uint32_t* row) { return NumberSlot(number, row); },
+        [number](const UserMpRecord& r) { return r.number == number; }, Stale::kNotFound, out, rowOut);
+    return found == 1 ? 1 : 0;
+}
+
+int findUserMpByName(FILE* file, const char* name, UserMpRecord* out, uint32_t* rowOut) {
+    const int found = CheckedRow(
+        file, [&](uint32_t* row) { return AlphaSlot(name, row); },
+        [&](const UserMpRecord& r) { return NameBegins(r, name); }, Stale::kNotFound, out, rowOut);
+    return found == 1 ? 1 : 0;
+}
+
 int addOrReplaceUserMp(FILE* file, const UserMpRecord& record, uint32_t* count) {
     uint32_t stored = 0, lastPid = 0;
     if (!readUserMpHead(file, &stored, &lastPid)) return 0;
@@ -470,11 +492,7 @@ int addOrReplaceUserMp(FILE* file, const UserMpRecord& record, uint32_t* count) 
     if (found == -1) {
         found = EpochRow(
             file, stored, record.epoch, [&](uint32_t* row) { return AlphaSlot(record.name, row); },
-            [&](const UserMpRecord& r) {
-                char name[34];
-                supplementalNameText(r.name, name);
-                return PrefixMatch(record.name, name);
-            },
+            [&](const UserMpRecord& r) { return NameBegins(r, record.name); },
             &hit, &hitRow);
     }
     if (found == 0) return 0;

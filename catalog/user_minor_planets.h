@@ -145,6 +145,13 @@ int userMpRowForInstant(FILE* file, uint32_t pid, double t, UserMpRecord* out, u
 // The first row of the object: 1, or 0 when there is none.
 int findUserMpByPid(FILE* file, uint32_t pid, UserMpRecord* out, uint32_t* rowOut);
 
+// The row the number index gives for `number` ("user/mpn.bin"), or the row
+// of a name that begins with `name`, case aside, found by the bisection of
+// the user stars' names ("user/mp_alpha.bin"). 1 and the record and row, 0
+// when there is none or the index is stale.
+int findUserMpByNumber(FILE* file, uint32_t number, UserMpRecord* out, uint32_t* rowOut);
+int findUserMpByName(FILE* file, const char* name, UserMpRecord* out, uint32_t* rowOut);
+
 // Removes one row; the rows after it move down and the count goes down,
 // the last PID stays and the index files are left as they are. The
 // cascade runs when the row was the object's last. 1, or 0.
