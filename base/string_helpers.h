@@ -10,6 +10,13 @@ int StringCompareNoCase(const char* a, const char* b);
 // byte-wise folding.
 inline int NameCompare(const char* a, const char* b) { return StringCompareNoCase(a, b); }
 
+// printf into a string of whatever length the text takes.
+std::string Format(const char* format, ...)
+#if defined(__GNUC__)
+    __attribute__((format(printf, 1, 2)))
+#endif
+    ;
+
 // Remove blanks (spaces only) in place.
 char* TrimRight(char* text);
 char* TrimLeft(char* text);

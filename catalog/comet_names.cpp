@@ -1,6 +1,6 @@
 #include "catalog/comet_names.h"
 
-#include <cstdio>
+#include "base/string_helpers.h"
 
 namespace {
 
@@ -15,32 +15,20 @@ std::string Field(const char (&text)[N]) {
     return std::string(text, n);
 }
 
-std::string Format(const char* format, int number, char letter, const std::string& a,
-                   const std::string& b) {
-    char buf[128];
-    if (number != 0)
-        std::snprintf(buf, sizeof buf, format, number, letter, a.c_str(), b.c_str());
-    else
-        std::snprintf(buf, sizeof buf, format, letter, a.c_str(), b.c_str());
-    return buf;
-}
-
 }  // namespace
 
 std::string cometFullName(const CometRecord& r) {
     const char letter = static_cast<char>(r.letter);
-    if (r.number != 0) return Format("%d%c/%s (%s)", r.number, letter, Field(r.iau), Field(r.name));
-    return Format("%c/%s (%s)", 0, letter, Field(r.iau), Field(r.name));
+    const std::string iau = Field(r.iau), name = Field(r.name);
+    if (r.number != 0) return Format("%d%c/%s (%s)", r.number, letter, iau.c_str(), name.c_str());
+    return Format("%c/%s (%s)", letter, iau.c_str(), name.c_str());
 }
 
 std::string cometShortName(const CometRecord& r) {
     const char letter = static_cast<char>(r.letter);
-    if (r.number != 0 && r.number <= kLargestListedNumber) {
-        char buf[64];
-        std::snprintf(buf, sizeof buf, "%d%c/%s", r.number, letter, Field(r.name).c_str());
-        return buf;
-    }
-    return Format("%c/%s (%s)", 0, letter, Field(r.iau), Field(r.name));
+    if (r.number != 0 && r.number <= kLargestListedNumber)
+        return Format("%d%c/%s", r.number, letter, Field(r.name).c_str());
+    return Format("%c/%s (%s)", letter, Field(r.iau).c_str(), Field(r.name).c_str());
 }
 
 std::string cometIauName(const CometRecord& r) {

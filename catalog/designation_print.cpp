@@ -1,8 +1,8 @@
 #include "catalog/designation_print.h"
 
-#include <cstdarg>
 #include <cstdio>
 
+#include "base/string_helpers.h"
 #include "catalog/constellation_names.h"
 #include "catalog/designation_kinds.h"
 #include "catalog/greek_letters.h"
@@ -11,21 +11,6 @@ namespace {
 
 constexpr uint32_t kNoLetterBound = 128;  // bits 8 to 23 below this: no Greek letter
 constexpr int kLastSuffixCode = 26;
-
-std::string Format(const char* format, ...)
-#if defined(__GNUC__)
-    __attribute__((format(printf, 1, 2)))
-#endif
-    ;
-
-std::string Format(const char* format, ...) {
-    char buf[96];
-    va_list args;
-    va_start(args, format);
-    std::vsnprintf(buf, sizeof buf, format, args);
-    va_end(args);
-    return buf;
-}
 
 // The letter of a suffix code, "" for none.
 std::string SuffixLetter(int code) {

@@ -61,23 +61,6 @@ const char kCatalogDetails[] =
 
 namespace {
 
-std::string JsonText(const std::string& text) {
-    std::string out = "\"";
-    for (const unsigned char c : text) {
-        if (c == '"' || c == '\\') {
-            out += '\\';
-            out += static_cast<char>(c);
-        } else if (c < 0x20) {
-            char buf[8];
-            std::snprintf(buf, sizeof buf, "\\u%04x", c);
-            out += buf;
-        } else {
-            out += static_cast<char>(c);
-        }
-    }
-    return out + "\"";
-}
-
 std::string StarName(const StarData& star) {
     if (star.isShort || star.csnRow == 0) return star.name;
     FilePtr csn = openCsn();

@@ -13,3 +13,7 @@ std::string ShownText(std::string_view text);
 // A field of a tab-separated row: control characters escaped first, so that
 // it never breaks its line or its columns, then converted.
 std::string ShownField(std::string_view text);
+
+// A JSON string of text already shown as above: quotes, backslashes and
+// control characters escaped.
+std::string JsonText(std::string_view text);
