@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "catalog/catalogue_roots.h"
+#include "catalog/minor_planet_roots.h"
 #include "catalog/object_record.h"
 #include "support.h"
 
@@ -160,6 +161,49 @@ TEST_F(BrowseRefTest, SolarSystemListAndKindsWithoutAList) {
     EXPECT_EQ(beginBrowse(&state, kClassGalaxyGroup, 3 + 1, "*"), 0);
     EXPECT_EQ(beginBrowse(&state, 19, 1, "*"), 0);
     EXPECT_EQ(beginBrowse(&state, kClassStar, 12, "*"), 0);  // no `cp` in the set
+}
+
+// OpenNGC's first objects are galaxies; NGC 224 is M 31.
+TEST_F(BrowseRefTest, NgcListOfGalaxies) {
+    Listed ngc = Browse(kClassGalaxy, 3, "NGC 224");
+    EXPECT_EQ(Texts(ngc, 3), (std::vector<std::string>{"NGC 1", "NGC 2", "NGC 3"}));
+    ASSERT_GE(ngc.foundRow, 0);
+    EXPECT_EQ(ngc.rows[ngc.foundRow].text, "NGC 224");
+    EXPECT_EQ(Browse(kClassGlobular, 3, "NGC 224").foundId, -1);
+}
+
+class BrowseOrbitTest : public BrowseRefTest {
+protected:
+    void SetUp() override {
+        BrowseRefTest::SetUp();
+        const std::string solar = FERRY2_SOLAR_DIR;
+        setMinorPlanetRoots(solar.c_str(), (solar + "elements/").c_str());
+    }
+    void TearDown() override { setMinorPlanetRoots("", ""); }
+};
+
+// The periodic comets of the set in file order, which is by number: 1P,
+// 2I, 2P ... 103P; the full name form of a comet without a designation.
+TEST_F(BrowseOrbitTest, CometNumberListAndTheNumberSelected) {
+    Listed periodic = Browse(kClassComet, 3, "9");
+    ASSERT_EQ(periodic.rows.size(), 14u);
+    EXPECT_EQ(Texts(periodic, 3), (std::vector<std::string>{"1P/ (Halley)", "2I/ (Borisov)", "2P/ (Encke)"}));
+    EXPECT_EQ(periodic.rows[0].id, 1);
+    EXPECT_EQ(periodic.rows.back().text, "103P/ (Hartley)");
+    EXPECT_EQ(periodic.foundRow, 3);
+    Listed named = Browse(kClassComet, 1, "Tempel");
+    EXPECT_EQ(named.rows.size(), 2u);  // 9P and 10P
+}
+
+// The first thirty minor planets, by number and by name.
+TEST_F(BrowseOrbitTest, MinorPlanetListsByNumberAndName) {
+    Listed numbered = Browse(kClassMinorPlanet, 2, "(4) Vesta");
+    ASSERT_EQ(numbered.rows.size(), 30u);
+    EXPECT_EQ(Texts(numbered, 2), (std::vector<std::string>{"(1) Ceres", "(2) Pallas"}));
+    EXPECT_EQ(numbered.foundRow, 3);
+    Listed th = Browse(kClassMinorPlanet, 1, "Th");
+    EXPECT_EQ(Texts(th, 5), (std::vector<std::string>{"Thalia", "Themis", "Thetis"}));
+    EXPECT_EQ(th.rows[0].id, 23);
 }
 
 class BrowseScratchTest : public ScratchTest {
