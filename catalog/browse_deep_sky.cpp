@@ -121,6 +121,17 @@ std::string nameOf(long n) {
     return Name(static_cast<int>(n));
 }
 
+// Markarian and UGC by the bare number (suffix 0): how many galaxies it has.
+long markarianPresent(FILE* f, long n) {
+    long hits[kMaxGalaxyHits];
+    return lookupMarkarian(f, static_cast<int>(n), 0, hits);
+}
+long ugcPresent(FILE* f, long n) {
+    long hits[kMaxGalaxyHits];
+    return lookupUgc(f, static_cast<int>(n), 0, hits);
+}
+constexpr long kLastMarkarian = 1600, kLastUgc = 13000;
+
 long barnardPresent(FILE* f, long n) { return lookupBarnard(f, static_cast<int>(n), 0); }
 
 // A group's record is there when it can be read: `gg` has a 4-byte head
@@ -141,7 +152,12 @@ NumberedList deepSkyList(int objectClass, int kind) {
     switch (objectClass) {
     case kClassGalaxy:
         if (kind == 5) return {openArp, byInt<lookupArp>, nameOf<arpName>, 1, 338, 3};
+        if (kind == 6)
+            return {openMarkarian, markarianPresent, [](long n) { return markarianName(static_cast<int>(n), 0); }, 1,
+                    kLastMarkarian, 0};
         if (kind == 7) return {openPgc, lookupPgc, pgcName, 1, 9999999, 3};
+        if (kind == 9)
+            return {openUgc, ugcPresent, [](long n) { return ugcName(static_cast<int>(n), 0); }, 1, kLastUgc, 0};
         break;
     case kClassPlanetary:
         if (kind == 5) return slotList(openAbellPn, byInt<lookupAbellPn>, nameOf<abellPlanetaryName>, 9999);

@@ -170,6 +170,11 @@ TEST_F(BrowseRefTest, NgcListOfGalaxies) {
     ASSERT_GE(ngc.foundRow, 0);
     EXPECT_EQ(ngc.rows[ngc.foundRow].text, "NGC 224");
     EXPECT_EQ(Browse(kClassGlobular, 3, "NGC 224").foundId, -1);
+    // M 31 is UGC 454, M 33 UGC 1117.
+    Listed ugc = Browse(kClassGalaxy, 9, "Uppsala 454");
+    ASSERT_GE(ugc.foundRow, 0);
+    EXPECT_EQ(ugc.rows[ugc.foundRow].text, "Uppsala 454");
+    EXPECT_EQ(ugc.foundId, 454);
 }
 
 class BrowseOrbitTest : public BrowseRefTest {
