@@ -1,11 +1,12 @@
 // The lists of the reference comets (class 3) and minor planets (class 4).
 #include <cctype>
+#include <cstdio>
 #include <cstdlib>
 
 #include "base/prefix_match.h"
-#include <cstdio>
 #include "catalog/browse.h"
 #include "catalog/comet_files.h"
+#include "catalog/comet_names.h"
 #include "catalog/minor_planet_files.h"
 #include "catalog/object_record.h"
 
@@ -76,7 +77,7 @@ int nextCometRow(BrowseState* state, BrowseRow* out) {
         if (state->walk == BrowseWalk::CometIau) {
             if (r.iau[0] && newComet(state, r)) return giveBrowseRow(state, r.pid, iau, out);
         } else if (r.number != 0 && newComet(state, r)) {
-            return giveBrowseRow(state, r.number, full, out);
+            return giveBrowseRow(state, r.number, cometShortName(r), out);  // "2P/Encke"
         }
     }
     return 0;

@@ -11,6 +11,7 @@
 #include "cli/body_verb.h"
 #include "cli/catalog_verb.h"
 #include "cli/exit_status.h"
+#include "cli/names_verb.h"
 #include "cli/object_verb.h"
 #include "cli/observer_options.h"
 #include "cli/orbit_verb.h"
@@ -83,6 +84,7 @@ constexpr Verb kVerbs[] = {
     {"body", kBodySynopsis, kBodyDetails, true},
     {"orbit", kOrbitSynopsis, kOrbitDetails},
     {"add-objects", kUserObjectsSynopsis, kUserObjectsDetails},
+    {"resolve", kNamesSynopsis, kNamesDetails, true},
 };
 
 const char kAbout[] =
@@ -115,7 +117,9 @@ bool IsUserObjectsVerb(const std::string& verb) {
 
 const Verb* FindVerb(const std::string& name) {
     for (const Verb& v : kVerbs)
-        if (name == v.name || (IsUserObjectsVerb(name) && std::string(v.name) == "add-objects")) return &v;
+        if (name == v.name || (IsUserObjectsVerb(name) && std::string(v.name) == "add-objects") ||
+            (IsNamesVerb(name) && std::string(v.name) == "resolve"))
+            return &v;
     return nullptr;
 }
 
@@ -170,7 +174,7 @@ bool ParseRows(const char* text, std::vector<size_t>& rows) {
 // The verbs that parse their own words and options.
 bool TakesWordsAsTheyAre(const std::string& verb) {
     return verb == "catalog" || verb == "object" || verb == "body" || verb == "orbit" ||
-           IsUserObjectsVerb(verb);
+           IsUserObjectsVerb(verb) || IsNamesVerb(verb);
 }
 
 bool ParseArgs(int argc, char** argv, Options& o) {
@@ -314,6 +318,7 @@ int main(int argc, char** argv) {
     if (o.verb == "body") return RunBody(o.catalogWords);
     if (o.verb == "orbit") return RunOrbit(o.catalogWords);
     if (IsUserObjectsVerb(o.verb)) return RunUserObjects(o.verb, o.catalogWords);
+    if (IsNamesVerb(o.verb)) return RunNames(o.verb, o.catalogWords);
 
     JobHost host;
     host.showMessage = PrintMessage;

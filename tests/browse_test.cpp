@@ -192,9 +192,9 @@ protected:
 TEST_F(BrowseOrbitTest, CometNumberListAndTheNumberSelected) {
     Listed periodic = Browse(kClassComet, 3, "9");
     ASSERT_EQ(periodic.rows.size(), 14u);
-    EXPECT_EQ(Texts(periodic, 3), (std::vector<std::string>{"1P/ (Halley)", "2I/ (Borisov)", "2P/ (Encke)"}));
+    EXPECT_EQ(Texts(periodic, 3), (std::vector<std::string>{"1P/Halley", "2I/Borisov", "2P/Encke"}));
     EXPECT_EQ(periodic.rows[0].id, 1);
-    EXPECT_EQ(periodic.rows.back().text, "103P/ (Hartley)");
+    EXPECT_EQ(periodic.rows.back().text, "103P/Hartley");
     EXPECT_EQ(periodic.foundRow, 3);
     Listed named = Browse(kClassComet, 1, "Tempel");
     EXPECT_EQ(named.rows.size(), 2u);  // 9P and 10P

@@ -294,6 +294,39 @@ for bad in "fixed 400 0" "5" "21 1" "5 1 --at 2026-13-01T00:00" "5 1 --site 0"; 
     run object $bad
     check "object $bad is a usage error" test "$rc" -eq 2
 done
+# Names: star 1 is HR 7001 and "Vega" in csn_alp.
+for name in "HR 7001" "hr 7001" "Vega"; do
+    run resolve $name --at 2000-01-01T12:00
+    check "resolve $name exits 0" test "$rc" -eq 0
+    for field in '{"answer": 1, "records": [{"displayName": ' '"PID": 1, "objectClass": 5' '"raJ2000": 4.87356315567964' \
+        '"instant": {"ut": "2000-01-01T12:00:00"'; do
+        check "resolve $name has $field" grep -qF "$field" <<<"$out"
+    done
+done
+check "resolve by HR is kind 5" grep -qF '"designationKind": 5' <<<"$(run resolve HR 7001; echo "$out")"
+run resolve Nothing Like It
+check "an unknown name exits 1" test "$rc" -eq 1
+check "an unknown name answers 0" grep -qF '{"answer": 0, "records": [], ' <<<"$out"
+check "an unknown name is said" grep -qxF "ferry2-cli resolve: nothing is named Nothing Like It" "$work/stderr"
+run name 5 1
+check "name 5 1 exits 0" test "$rc" -eq 0
+check "name 5 1 gives the names and form" grep -qE '^\{"displayName": "[^"]*", "secondaryName": "[^"]*", "form": \{"isFreeText": [01], ' <<<"$out"
+run name 5 2591874
+check "name of an object not in the file exits 1" test "$rc" -eq 1 -a -z "$out"
+run browse 5 5 "HR 7001"
+check "browse marks the row named" test "$out" = $'*\t7001\tHR 7001'
+run browse 5 5 --rows 0
+check "browse --rows 0 gives nothing" test "$rc" -eq 0 -a -z "$out"
+run browse 5 99
+check "a kind without a list exits 1" test "$rc" -eq 1
+for bad in "resolve" "name 5" "name 21 1" "name 5 1 --prefer 5" "browse 5" "browse 5 5 --rows x" \
+    "browse 5 2 --constellation 90"; do
+    run $bad
+    check "$bad is a usage error" test "$rc" -eq 2
+done
+run browse --help
+check "browse --help is the names' help" grep -qF "resolve TEXT" <<<"$out"
+
 run object 2 10 --at 2000-01-01T12:00
 check "the Moon without the planet tables is not found" test "$rc" -eq 1 -a -z "$out"
 run body 10
