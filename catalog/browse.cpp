@@ -60,16 +60,9 @@ int beginBrowse(BrowseState* state, int objectClass, int kind, const char* start
     case kClassUserComet:
     case kClassUserMinorPlanet:
     case kClassSupplementalDeepSky: return beginUserBrowse(state, objectClass, startText);
-    case kClassGalaxy:
-    case kClassQuasar:
-    case kClassPlanetary:
-    case kClassDiffuseNebula:
-    case kClassOpenCluster:
-    case kClassGlobular:
-    case kClassGalaxyGroup:
-    case kClassDarkNebula: return beginDeepSkyBrowse(state, objectClass, kind, startText);
-    default: return 0;
+    default: break;
     }
+    return IsDeepSkyClass(objectClass) ? beginDeepSkyBrowse(state, objectClass, kind, startText) : 0;
 }
 
 int nextBrowseRow(BrowseState* state, BrowseRow* out) {

@@ -11,6 +11,10 @@ bool IsUserClass(int c) {
            c == kClassSupplementalDeepSky;
 }
 
+bool IsDeepSkyClass(int c) {
+    return (c >= kClassGalaxy && c <= kClassGlobular) || c == kClassGalaxyGroup || c == kClassDarkNebula;
+}
+
 uint32_t classMaskOf(int objectClass, bool isMultiple, bool hasOrbit, bool isVariable) {
     switch (objectClass) {
         case kClassConstellation: return 1;

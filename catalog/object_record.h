@@ -148,6 +148,10 @@ void initObjectRecord(ObjectRecord* record);
 // True for the classes whose objects live in the user's stores.
 bool IsUserClass(int objectClass);
 
+// True for the eight deep-sky classes of the reference catalogues (6 to
+// 11, 16, 17).
+bool IsDeepSkyClass(int objectClass);
+
 // The display-class mask of a class; for stars the three flags decide: the
 // orbit flag replaces the multiple-star bit, the variable flag is added,
 // and a star with none of them is a single star (16).

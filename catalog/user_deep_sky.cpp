@@ -54,21 +54,7 @@ bool UdsShape::ScanPasses(const UdsRecord& r, const SupplementalScanLimits& limi
     return !OutsideSize(Radians(r.major), limits.majorLimit) && !OutsideSize(Radians(r.minor), limits.minorLimit);
 }
 
-uint32_t udsClassMask(int objectClass) {
-    switch (objectClass) {
-        case kClassGalaxy:
-        case kClassQuasar:
-        case kClassPlanetary:
-        case kClassDiffuseNebula:
-        case kClassOpenCluster:
-        case kClassGlobular:
-        case kClassGalaxyGroup:
-        case kClassDarkNebula:
-            return classMaskOf(objectClass);
-        default:
-            return 0;
-    }
-}
+uint32_t udsClassMask(int objectClass) { return IsDeepSkyClass(objectClass) ? classMaskOf(objectClass) : 0; }
 
 int makeUdsRecord(UdsRecord* out, int objectClass, const std::string& name, double ra, double dec,
                   double magnitude, double majorArcmin, double minorArcmin, double positionAngleDegrees) {

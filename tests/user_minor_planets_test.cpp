@@ -26,6 +26,13 @@ UserMpRecord Mp(uint32_t number, const char* name, double epoch, double e = 0.1,
     return r;
 }
 
+// A record of the store with its PID given, as an earlier import left it.
+UserMpRecord MpRow(uint32_t number, uint32_t pid, double epoch) {
+    UserMpRecord r = Mp(number, "X", epoch);
+    r.pid = pid;
+    return r;
+}
+
 // A store written row by row through the layout, with the PIDs given.
 void WriteStore(const std::vector<UserMpRecord>& rows, uint32_t lastPid) {
     Bytes b(8, 0);
@@ -277,12 +284,7 @@ TEST_F(UserMpTest, AfterADeleteFindsTrustNoStaleSlotButTheAddRuleLooksAgain) {
 }
 
 TEST_F(UserMpTest, AnObjectOfSeveralRowsGoesWithOneCascade) {
-    auto row = [](uint32_t number, uint32_t pid, double epoch) {
-        UserMpRecord r = Mp(number, "X", epoch);
-        r.pid = pid;
-        return r;
-    };
-    WriteStore({row(1, 1, 0.3), row(2, 2, 0.3), row(2, 2, 0.1), row(3, 3, 0.3)}, 3);
+    WriteStore({MpRow(1, 1, 0.3), MpRow(2, 2, 0.3), MpRow(2, 2, 0.1), MpRow(3, 3, 0.3)}, 3);
     uint32_t count = 0;
     FilePtr f = openUserMp(&count);
     std::vector<Cascaded> cascaded;
@@ -290,7 +292,7 @@ TEST_F(UserMpTest, AnObjectOfSeveralRowsGoesWithOneCascade) {
     // One of two rows: the object is still there, its attachments stay.
     ASSERT_EQ(deleteUserMpRow(f.get(), 1, cascade), 1);
     EXPECT_TRUE(cascaded.empty());
-    WriteStore({row(1, 1, 0.3), row(2, 2, 0.3), row(2, 2, 0.1), row(3, 3, 0.3)}, 3);
+    WriteStore({MpRow(1, 1, 0.3), MpRow(2, 2, 0.3), MpRow(2, 2, 0.1), MpRow(3, 3, 0.3)}, 3);
     f = openUserMp(&count);
     ASSERT_EQ(deleteUserMpByPid(f.get(), 2, cascade), 1);
     EXPECT_EQ(cascaded, (std::vector<Cascaded>{{14, 8, 2}}));
@@ -302,12 +304,7 @@ TEST_F(UserMpTest, AnObjectOfSeveralRowsGoesWithOneCascade) {
 }
 
 TEST_F(UserMpTest, CompactionDropsMarkedRowsAndBringsTheLastPidDown) {
-    auto row = [](uint32_t number, uint32_t pid, double epoch) {
-        UserMpRecord r = Mp(number, "X", epoch);
-        r.pid = pid;
-        return r;
-    };
-    WriteStore({row(1, 1, 0.3), row(2, 2, 0.3), row(3, 3, 0.3), row(3, 3, 0.1)}, 9);
+    WriteStore({MpRow(1, 1, 0.3), MpRow(2, 2, 0.3), MpRow(3, 3, 0.3), MpRow(3, 3, 0.1)}, 9);
     WriteFileBytes(kUserMpAlphaPath, Bytes(4, 0));
     std::vector<Cascaded> cascaded;
     const DeleteCascade cascade = [&](int c, uint32_t m, uint32_t p) { cascaded.push_back({c, m, p}); };
@@ -320,7 +317,7 @@ TEST_F(UserMpTest, CompactionDropsMarkedRowsAndBringsTheLastPidDown) {
     EXPECT_FALSE(std::filesystem::exists(kUserMpTempPath));
     // A row of an object that keeps another row runs no cascade.
     cascaded.clear();
-    WriteStore({row(1, 1, 0.3), row(1, 1, 0.1)}, 1);
+    WriteStore({MpRow(1, 1, 0.3), MpRow(1, 1, 0.1)}, 1);
     ASSERT_EQ(compactUserMp({0, 1}, cascade), 1);
     EXPECT_TRUE(cascaded.empty());
 }
