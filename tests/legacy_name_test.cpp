@@ -7,7 +7,10 @@
 #include <string>
 
 #include "astro/numeric.h"
+#include "catalog/alternative_name.h"
 #include "catalog/catalogue_roots.h"
+#include "catalog/designation_kinds.h"
+#include "catalog/display_name.h"
 #include "catalog/minor_planet_roots.h"
 #include "catalog/supplemental_text.h"
 #include "catalog/user_stars.h"
@@ -191,6 +194,41 @@ TEST_F(ResolveLegacyNameTest, NamesAsVersionOneWroteThemFindTheirObjects) {
         EXPECT_NEAR(r_[0].raJ2000, c.raDeg * kDeg, 1e-5);
         EXPECT_NEAR(r_[0].decJ2000, c.decDeg * kDeg, 1e-5);
         EXPECT_NE(r_[0].constellation, 255);
+    }
+}
+
+// Every name the program gives an object, written back as a version 1.x
+// list would hold it, leads to that same object again: the printed forms
+// and the resolver's routes agree.
+TEST_F(ResolveLegacyNameTest, EveryNameAnObjectIsGivenResolvesToIt) {
+    const struct {
+        const char* text;  // how the object is first found
+        int minimumNames;  // names it has in the generated set, at least
+    } objects[] = {{"HR 7001", 5},  {"9 CMa", 5},  {"M 31", 5}, {"M 57", 2},
+                   {"M 42", 3},     {"M 13", 2},   {"IC 342", 2}, {"NGC 7331", 2}};
+    for (const auto& o : objects) {
+        SCOPED_TRACE(o.text);
+        ASSERT_EQ(Resolve(o.text), 1);
+        const ObjectRecord object = r_[0];
+        int names = 0;
+        const int kinds = designationKindList(object.objectClass).count;
+        for (int kind = 1; kind <= kinds; ++kind) {
+            std::string name;
+            if (alternativeName(kind, object, object.pid, &name, nullptr) != 1) continue;
+            ++names;
+            SCOPED_TRACE(name);
+            const int found = Resolve(name.c_str());
+            ASSERT_GE(found, 1);
+            bool same = false;
+            for (int i = 0; i < found; ++i)
+                same = same || (r_[i].objectClass == object.objectClass && r_[i].pid == object.pid);
+            EXPECT_TRUE(same) << "class " << int(r_[0].objectClass) << " PID " << r_[0].pid;
+        }
+        EXPECT_GE(names, o.minimumNames);
+        std::string primary;
+        ASSERT_EQ(displayName(object, &primary, nullptr, nullptr, nullptr), 1);
+        ASSERT_EQ(Resolve(primary.c_str()), 1) << primary;
+        EXPECT_EQ(r_[0].pid, object.pid) << primary;
     }
 }
 
