@@ -48,5 +48,14 @@ echo "$vega"
 echo "\$ ferry2-cli catalog star $vega"
 "$top/build-sample/ferry2-cli" catalog star "$vega" || status=$?
 echo
+# Names as a version 1.x list holds them, resolved: the display name and
+# second name, PID and class of each object found.
+for name in "HR 7001" "HD 172167" "SAO 67174" "Alp Lyr" "alpha Lyr" "3 Lyr" "Vega" "M 31" "NGC 224" "Ori"; do
+    echo "\$ ferry2-cli resolve $name"
+    "$top/build-sample/ferry2-cli" resolve "$name" --at 2026-01-01T00:00 |
+        grep -o '"displayName": "[^"]*", "secondaryName": "[^"]*"\|"PID": [0-9]*, "objectClass": [0-9]*' |
+        paste -d' ' - - || status=1
+done
+echo
 echo "(sample folders in $top/sample; exit status $status)"
 exit "$status"
