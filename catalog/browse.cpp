@@ -52,6 +52,7 @@ int beginBrowse(BrowseState* state, int objectClass, int kind, const char* start
     if (!state) return 0;
     resetState(state, objectClass, kind);
     switch (objectClass) {
+    case kClassConstellation: return beginConstellationList(state, startText);
     case kClassMajorBody: return beginSolarSystemBrowse(state, startText);
     case kClassStar: return beginStarBrowse(state, kind, startText);
     case kClassComet:
@@ -87,6 +88,7 @@ int nextBrowseRow(BrowseState* state, BrowseRow* out) {
     case BrowseWalk::MinorPlanetName:
     case BrowseWalk::MinorPlanetNumber: return nextOrbitRow(state, out);
     case BrowseWalk::UserRows: return nextUserRow(state, out);
+    case BrowseWalk::Grouped: return nextGroupedRow(state, out);
     }
     return 0;
 }
@@ -123,6 +125,36 @@ int nextNumberedRow(BrowseState* state, BrowseRow* out) {
         if (n > state->last) break;
         const long answer = list.lookup(state->file.get(), n);
         if (answer > 0 || (list.zeroFound && answer == 0)) return giveBrowseRow(state, n, list.name(n), out);
+    }
+    return 0;
+}
+
+int beginGroupedBrowse(BrowseState* state, const GroupedList& list, long group, long place) {
+    state->walk = BrowseWalk::Grouped;
+    state->grouped = list;
+    state->cap = kNumberedRows;
+    state->group = group;
+    state->groupRows = -1;
+    state->number = place - 1;
+    return 1;
+}
+
+int nextGroupedRow(BrowseState* state, BrowseRow* out) {
+    const GroupedList& list = state->grouped;
+    while (state->group <= list.lastGroup) {
+        if (state->groupRows < 0) {
+            state->groupRows = list.rowsIn(state, state->group);
+            if (state->groupRows < 0) return 0;
+        }
+        while (++state->number < state->groupRows) {
+            BrowseRow row;
+            const int answer = list.rowAt(state, state->group, state->number, &row);
+            if (answer > 0) return giveBrowseRow(state, row.id, std::move(row.text), out);
+            if (answer < 0) break;
+        }
+        ++state->group;
+        state->groupRows = -1;
+        state->number = -1;
     }
     return 0;
 }

@@ -13,6 +13,7 @@
 
 #include "base/file_utils.h"
 #include "catalog/cross_tables.h"
+#include "catalog/gsc.h"
 #include "catalog/minor_planet_files.h"
 #include "catalog/planetary_files.h"
 
@@ -47,6 +48,21 @@ enum class BrowseWalk {
     MinorPlanetName,
     MinorPlanetNumber,
     UserRows,
+    Grouped,
+};
+
+struct BrowseState;
+struct BrowseRow;
+
+// A list read in groups of rows (the zones of a Durchmusterung, the regions
+// of the GSC, the runs of an index; a flat list is one group). `rowsIn`
+// tells how many row places group g has (0 none, -1: no group g, the list
+// ends); `rowAt` gives the row at place r of group g: 1 a row, 0 an empty
+// place, -1 the group ends before this place.
+struct GroupedList {
+    long (*rowsIn)(BrowseState* state, long group) = nullptr;
+    int (*rowAt)(BrowseState* state, long group, long place, BrowseRow* out) = nullptr;
+    long lastGroup = 0;
 };
 
 // One list of catalogue numbers walked through a lookup: a number is
@@ -90,6 +106,13 @@ struct BrowseState {
     CommonNameBrowser common;
     PngBrowser png;
     MpAlphaRun alpha;
+    // The grouped walk: its list, the group walked and its size (-1 unread).
+    GroupedList grouped;
+    long group = 0;
+    long groupRows = -1;
+    long runOffset = 0;  // where the group's run starts in its file
+    FilePtr second;  // a list's second file (the zone sizes of `dmb`)
+    GscCursor gsc;
 };
 
 struct BrowseRow {
@@ -131,5 +154,14 @@ int nextUserRow(BrowseState* state, BrowseRow* out);
 bool browseStartsAtTop(const char* startText);
 int beginNumberedBrowse(BrowseState* state, const NumberedList& list, long target);
 int nextNumberedRow(BrowseState* state, BrowseRow* out);
+// The grouped walk from place `place` of group `group`, with the cap of the
+// numbered lists.
+int beginGroupedBrowse(BrowseState* state, const GroupedList& list, long group, long place);
+int nextGroupedRow(BrowseState* state, BrowseRow* out);
+// The star lists read by zone or region, and the deep-sky lists read by run
+// or row, in their own files.
+int beginStarIndexBrowse(BrowseState* state, int kind, const char* startText);
+int beginDeepSkyIndexBrowse(BrowseState* state, int objectClass, int kind, const char* startText);
+int beginConstellationList(BrowseState* state, const char* startText);
 // Gives a row: counts it and notes its place when it is the found one.
 int giveBrowseRow(BrowseState* state, long id, std::string text, BrowseRow* out);

@@ -234,7 +234,7 @@ int beginDeepSkyBrowse(BrowseState* state, int objectClass, int kind, const char
         return beginFamily(state, family, startText);
     }
     const NumberedList list = deepSkyList(objectClass, kind);
-    if (!list.open) return 0;
+    if (!list.open) return beginDeepSkyIndexBrowse(state, objectClass, kind, startText);
     int suffix = 0;
     return beginNumberedBrowse(state, list, typedNumber(startText, &suffix));
 }

@@ -231,6 +231,12 @@ int beginStarBrowse(BrowseState* state, int kind, const char* startText) {
     case kBayer:
     case kFlamsteed: return beginLettered(state, kind, -1, startText);
     case kCcdm: return beginCcdmBrowse(state, startText);
+    case kVariable:
+    case kBd:
+    case kCd:
+    case kCp:
+    case kTycho:
+    case kGsc: return beginStarIndexBrowse(state, kind, startText);
     default: break;
     }
     const NumberedList list = starList(kind);

@@ -125,6 +125,8 @@ int lookupBayer(FILE* file, int constellationRow, int letter, int superscript, l
     return found;
 }
 
+char bdSlotSuffix(uint32_t slot) { return kBdSuffixes[(slot >> 21) & 7]; }
+
 int lookupBd(FILE* file, char sign, int zone, long number, char suffix, long out[4]) {
     for (int i = 0; i < 4; ++i) out[i] = 0;
     const long offset = bdOffset(dmZoneCode(sign, zone), number);
@@ -138,7 +140,7 @@ int lookupBd(FILE* file, char sign, int zone, long number, char suffix, long out
         // written) holds nothing either.
         if (!readNumber3(file, offset + 3L * i, &v) || v == kEmptySlot || v == 0) break;
         ++filled;
-        const char letter = kBdSuffixes[v >> 21];
+        const char letter = bdSlotSuffix(v);
         if (letter == wanted || (letter == ' ' && wanted == 'A'))
             out[found++] = static_cast<long>(v & 0x1FFFFF);
     }

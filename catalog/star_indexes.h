@@ -67,6 +67,8 @@ int lookupBayer(FILE* file, int constellationRow, int letter, int superscript, l
 // is -1 when fewer than two slots were filled, else 0: both mean no star.
 // Sign '+' or '-', zone in degrees, suffix ' ' for none.
 int lookupBd(FILE* file, char sign, int zone, long number, char suffix, long out[4]);
+// The suffix letter of a BD slot value: its top 3 bits into " ABCDNPS".
+char bdSlotSuffix(uint32_t slot);
 // CD and CP: three or four plain numbers; how many are not 0.
 int lookupCd(FILE* file, char sign, int zone, long number, long out[3]);
 int lookupCp(FILE* file, char sign, int zone, long number, long out[4]);

@@ -8,7 +8,10 @@
 #include <string>
 #include <vector>
 
+#include "catalog/alternative_name.h"
+#include "catalog/catalogue_files.h"
 #include "catalog/catalogue_roots.h"
+#include "catalog/fill_by_designation.h"
 #include "catalog/minor_planet_roots.h"
 #include "catalog/object_record.h"
 #include "support.h"
@@ -43,6 +46,30 @@ std::vector<std::string> Texts(const Listed& l, size_t n) {
     std::vector<std::string> out;
     for (size_t i = 0; i < n && i < l.rows.size(); ++i) out.push_back(l.rows[i].text);
     return out;
+}
+
+// The PIDs that fillByDesignation finds for a row's text.
+std::vector<uint32_t> Found(int objectClass, int kind, const std::string& text) {
+    ObjectRecord records[kMaxDesignationRecords];
+    const int n = fillByDesignation(objectClass, kind, 0, 0, text.c_str(), nullptr, nullptr, nullptr, records);
+    std::vector<uint32_t> pids;
+    for (int i = 0; i < n; ++i) pids.push_back(records[i].pid);
+    return pids;
+}
+
+// Each row's text (up to 200 rows spread over the list) finds an object
+// whose own name of that kind is the text.
+void ExpectRowsNameTheirObjects(int objectClass, int kind, const Listed& l) {
+    const size_t step = l.rows.size() / 200 + 1;
+    for (size_t i = 0; i < l.rows.size(); i += step) {
+        const BrowseRow& row = l.rows[i];
+        ObjectRecord records[kMaxDesignationRecords];
+        ASSERT_GE(fillByDesignation(objectClass, kind, 0, 0, row.text.c_str(), nullptr, nullptr, nullptr, records), 1)
+            << row.text;
+        std::string name;
+        EXPECT_EQ(alternativeName(kind, records[0], records[0].pid, &name, nullptr), 1) << row.text;
+        EXPECT_EQ(name, row.text);
+    }
 }
 
 class BrowseRefTest : public ::testing::Test {
@@ -177,6 +204,56 @@ TEST_F(BrowseRefTest, NgcListOfGalaxies) {
     EXPECT_EQ(ugc.foundId, 454);
 }
 
+// The variables of the set in `vref` order: the runs of Andromeda, then
+// the constellations after it; each row's text finds the star whose
+// variable name it is.
+TEST_F(BrowseRefTest, VariableListRunsInIndexOrder) {
+    Listed all = Browse(kClassStar, 4, "*");
+    ASSERT_GT(all.rows.size(), 10u);
+    EXPECT_EQ(all.rows[0].text.substr(all.rows[0].text.size() - 3), "And");
+    for (size_t i = 1; i < all.rows.size(); ++i) EXPECT_GT(all.rows[i].id, all.rows[i - 1].id);
+    ExpectRowsNameTheirObjects(kClassStar, 4, all);
+    const BrowseRow& pick = all.rows[all.rows.size() / 2];
+    Listed found = Browse(kClassStar, 4, pick.text.c_str());
+    EXPECT_EQ(found.foundId, pick.id);
+    EXPECT_EQ(found.foundRow, static_cast<long>(all.rows.size() / 2));
+}
+
+// MCG and ESO by their runs: every row names its galaxy, and a typed
+// designation selects its row, the list starting at the run that holds it.
+TEST_F(BrowseRefTest, GalaxyRunListsNameTheirGalaxies) {
+    for (int kind : {8, 10}) {
+        SCOPED_TRACE(kind);
+        Listed all = Browse(kClassGalaxy, kind, "*");
+        ASSERT_GT(all.rows.size(), 5u);
+        EXPECT_EQ(all.rows[0].text.substr(0, 4), kind == 8 ? "MCG " : "ESO ");
+        ExpectRowsNameTheirObjects(kClassGalaxy, kind, all);
+        const BrowseRow& pick = all.rows.back();
+        Listed found = Browse(kClassGalaxy, kind, pick.text.c_str());
+        ASSERT_GE(found.foundRow, 0);
+        EXPECT_EQ(found.rows[found.foundRow].text, pick.text);
+        EXPECT_EQ(found.foundId, pick.id);
+    }
+}
+
+// The 88 constellations, Serpens once (zone 75); the id is the zone.
+TEST_F(BrowseRefTest, ConstellationListHasEightyEightRows) {
+    Listed l = Browse(kClassConstellation, 0, "Serp");
+    ASSERT_EQ(l.rows.size(), 88u);
+    EXPECT_EQ(l.rows[0].text, "Andromeda");
+    EXPECT_EQ(l.rows[0].id, 0);
+    EXPECT_EQ(l.rows[75].id, 75);
+    EXPECT_EQ(l.rows[76].id, 77);
+    EXPECT_EQ(l.rows.back().id, 88);
+    EXPECT_EQ(l.rows.back().text, "Vulpecula");
+    EXPECT_EQ(l.foundId, 75);
+    EXPECT_EQ(l.foundRow, 75);
+    EXPECT_EQ(Browse(kClassConstellation, 0, "Cyg").rows.size(), 88u);
+    for (const BrowseRow& row : l.rows)
+        EXPECT_EQ(Found(kClassConstellation, 0, row.text), (std::vector<uint32_t>{static_cast<uint32_t>(row.id)}))
+            << row.text;
+}
+
 class BrowseOrbitTest : public BrowseRefTest {
 protected:
     void SetUp() override {
@@ -278,6 +355,76 @@ TEST_F(BrowseScratchTest, UserListsComeInPagesOfAThousand) {
 
     EXPECT_EQ(beginBrowse(&state, kClassUserComet, 1, "*"), 0);  // no store: none made
     EXPECT_FALSE(FileExists("user/comet.bin"));
+}
+
+}  // namespace
+
+namespace {
+
+// Crafted index files beside the set's class files: the small-data root is
+// the set's, the star-data root the scratch folder, with a copy of `stars`.
+class BrowseCraftedTest : public ScratchTest {
+protected:
+    void SetUp() override {
+        ScratchTest::SetUp();
+        setCatalogueRoots((kSet + "small/").c_str(), "./", "./");
+        const std::string stars = catalogueFileName(kCatStars) + ".bin";
+        ASSERT_EQ(CopyFileTo((kSet + "stars/" + stars).c_str(), stars.c_str()), 1);
+    }
+    static void Write(int id, const Bytes& bytes) { WriteFileBytes(catalogueFileName(id) + ".bin", bytes); }
+};
+
+// BD +89: `dmb` gives the zone (code 0) three numbers. Number 1 has a blank
+// slot (star 1) and an 'A' slot (star 2, suffix code 1 in the top 3 bits);
+// number 2 none; number 3 two blank slots (stars 3, 4), one row.
+TEST_F(BrowseCraftedTest, BdListWalksTheZonesOfDmb) {
+    Bytes dmb(181 * 6, 0);
+    dmb[0] = 3;  // zone code 0: BD's largest number 3
+    Write(kCatDmb, dmb);
+    Write(kCatBd, {0x01, 0x00, 0x00, 0x02, 0x00, 0x20, 0xFF, 0xFF, 0xFF, 0x00, 0x00, 0x00,   // BD +89 1
+                   0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00,   // BD +89 2
+                   0x03, 0x00, 0x00, 0x04, 0x00, 0x00, 0xFF, 0xFF, 0xFF, 0x00, 0x00, 0x00}); // BD +89 3
+    Listed l = Browse(kClassStar, 10, "BD +89 3");
+    ASSERT_EQ(Texts(l, 5), (std::vector<std::string>{"BD +89 00001", "BD +89 00001a", "BD +89 00003"}));
+    EXPECT_EQ(l.rows[1].id, 2);  // slot 1 of number 1
+    EXPECT_EQ(l.rows[2].id, 9);  // slot 0 of number 3: 2 x 4 + 1
+    EXPECT_EQ(l.foundId, 9);
+    EXPECT_EQ(l.foundRow, 2);
+    const std::vector<std::vector<uint32_t>> stars = {{1}, {1, 2}, {3, 4}};  // a blank slot answers 'A' too
+    for (size_t i = 0; i < l.rows.size(); ++i) EXPECT_EQ(Found(kClassStar, 10, l.rows[i].text), stars[i]);
+    BrowseState none;
+    EXPECT_EQ(beginBrowse(&none, kClassStar, 11, "*"), 0);  // no `cd`
+}
+
+// The pair indexes: one filled slot each among empty ones (65535; 0 for
+// Henize, whose slot holds the record + 1). Slot (a - 1) x width + b - 1.
+TEST_F(BrowseCraftedTest, PlanetaryPairListsShowTheirFilledSlots) {
+    struct Case {
+        int kind, file;
+        long slots, filled;
+        uint16_t value, empty;
+        const char* text;
+        uint32_t record;
+    };
+    const Case cases[] = {
+        {6, kCatMinkowski, 100, 93 + 1, 2, 65535, "M 2-2", 2},     // (2 - 1) x 93 + 2 - 1
+        {8, kCatHaro, 90, 76 + 4, 1, 65535, "H 2-5", 1},           // x 76
+        {9, kCatKohoutek, 100, 2, 3, 65535, "K 1-3", 3},           // x 95
+        {13, kCatEso, 100, 82 + 9, 2, 65535, "ESO 12-10", 2},       // (12 - 11) x 82 + 10 - 1
+        {7, kCatHenize, 480, 477, 3, 0, "He 3-520", 2},            // 520 - 519 + 476; record + 1
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.text);
+        Bytes b(static_cast<size_t>(c.slots) * 2, 0);
+        for (long s = 0; s < c.slots; ++s) PokeU16(b, static_cast<size_t>(s) * 2, c.empty);
+        PokeU16(b, static_cast<size_t>(c.filled) * 2, c.value);
+        Write(c.file, b);
+        Listed l = Browse(kClassPlanetary, c.kind, c.text);
+        ASSERT_EQ(Texts(l, 3), (std::vector<std::string>{c.text}));
+        EXPECT_EQ(l.rows[0].id, c.filled + 1);
+        EXPECT_EQ(l.foundRow, 0);
+        EXPECT_EQ(Found(kClassPlanetary, c.kind, c.text), (std::vector<uint32_t>{c.record}));
+    }
 }
 
 }  // namespace
