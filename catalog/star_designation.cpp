@@ -194,6 +194,9 @@ void Nsv(long number, const char* text, DesignationHits* hits) {
 void Tycho(const char* text, DesignationHits* hits) {
     int region = 0, number = 0, component = 0;
     if (!parseTycho(text, &region, &number, &component)) return;
+    // "TYC 3105-2070-1", the form most catalogues print, reads its component
+    // with the dash as a sign.
+    if (component < 0) component = -component;
     FilePtr file = openTycho();
     if (!file) return;
     const long star = lookupTycho(file.get(), region, number, component);
