@@ -32,6 +32,8 @@ constexpr int kNgcRows = 7840;
 constexpr int kIcRows = 5386;
 constexpr int kUgcRows = 13000;
 constexpr int kUgcSlots = 9;
+// The highest suffix letter a galaxy record's three bits hold (G).
+constexpr int kLastSuffixCode = 7;
 // PGC numbers of the LEDA extension run to millions; the index holds those
 // below this, which keeps it to a few megabytes.
 constexpr long kPgcLimit = 1000000;
@@ -210,20 +212,25 @@ bool ReadObject(CsvRow& row, DeepSkyObject* o) {
     if (o->crossClass >= 0 && (o->ra < 0 || o->dec < -90)) return false;
     o->magnitude = v < 90 ? v : b;
     o->messier = static_cast<int>(messier);
+    // A component of a group that the catalogue lists under the group's
+    // number ("NGC2957 NED01", "IC0715NW", "IC0732N") is not that number:
+    // the group is, and a compass letter is no suffix the record can hold.
+    const bool component = o->name.find(" NED") != std::string::npos;
     int number = 0, suffix = 0;
-    if (NumberOfName(o->name, "NGC", &number, &suffix)) {
+    if (!component && NumberOfName(o->name, "NGC", &number, &suffix) && suffix <= kLastSuffixCode) {
         o->ngc[0] = number;
         o->ngcSuffix = suffix;
     }
-    if (NumberOfName(o->name, "IC", &number, &suffix)) {
+    if (!component && NumberOfName(o->name, "IC", &number, &suffix) && suffix <= kLastSuffixCode) {
         o->ic[0] = number;
         o->icSuffix = suffix;
     }
-    // The other catalogue's number of an object listed in both ("1530A":
-    // the letter is left to the object's own row).
+    // The other catalogue's number of an object listed in both. A lettered
+    // one ("4565A") is left to its own row, which names this object: put
+    // under the bare number it would take another object's place.
     int other = 0;
-    if (NumberOfName(row["ngc"], "", &other, &suffix)) (o->ngc[0] ? o->ngc[1] : o->ngc[0]) = other;
-    if (NumberOfName(row["ic"], "", &other, &suffix)) (o->ic[0] ? o->ic[1] : o->ic[0]) = other;
+    if (NumberOfName(row["ngc"], "", &other, &suffix) && suffix == 0) (o->ngc[0] ? o->ngc[1] : o->ngc[0]) = other;
+    if (NumberOfName(row["ic"], "", &other, &suffix) && suffix == 0) (o->ic[0] ? o->ic[1] : o->ic[0]) = other;
     o->commonNames = SplitNames(row["common_names"]);
     o->identifiers = row["identifiers"];
     if (row["type"] == "Dup") o->duplicateOf = row["dup_of"];
@@ -585,9 +592,7 @@ bool MakeDeepSkyImages(const std::string& source, DeepSkyImages* out, std::strin
             t.messier[o.messier - 1].record = static_cast<uint16_t>(o.record);
         }
         PutNgc(t, o.ngc[0], o.ngcSuffix, &o, out);
-        PutNgc(t, o.ngc[1], 0, &o, out);
         PutIc(t, o.ic[0], o.icSuffix, &o, out);
-        PutIc(t, o.ic[1], 0, &o, out);
         if (o.commonNameRow >= 0) {
             std::memcpy(cnames.data() + o.commonNameRow * kCommonNameSize, o.commonNames[0].data(),
                         std::min(o.commonNames[0].size(), kCommonNameSize - 1));
@@ -618,6 +623,13 @@ bool MakeDeepSkyImages(const std::string& source, DeepSkyImages* out, std::strin
             if (i < kUgcSlots)
                 le::PutU24(slots + 3 * i, static_cast<uint32_t>(o.record | (suffix << 20)));
         }
+    }
+    // Numbers an object has from the other catalogue go in behind every
+    // object's own, so that an object always holds its own number's slot.
+    for (const DeepSkyObject& o : objects) {
+        if (o.crossClass < 0) continue;
+        PutNgc(t, o.ngc[1], 0, &o, out);
+        PutIc(t, o.ic[1], 0, &o, out);
     }
     FillNgcRows(t);
     if (pgcBeyond > 0)
