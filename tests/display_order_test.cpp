@@ -459,6 +459,20 @@ TEST_F(DisplayOrderTest, DarkNebulaNamesFallThroughTheCataloguesInOrder) {
     WalkOrder<D>(FullDark(), WriteDark, kClassDarkNebula, 1, steps);
 }
 
+// A globule shares the file but carries its designation text alone, which
+// is then its name.
+TEST_F(DisplayOrderTest, GlobuleIsNamedByItsText) {
+    GlobuleRecord globule;
+    globule.type = 12;
+    std::strcpy(globule.designation, "CB 34");
+    Write(kCatDn, After(DarkNebulaLayout::kSize, Image<GlobuleLayout>(globule)));
+    std::string name;
+    DesignationForm form;
+    ASSERT_EQ(displayName(Object(kClassDarkNebula, 1), &name, nullptr, nullptr, &form), 1);
+    EXPECT_EQ(name, "CB 34");
+    EXPECT_EQ(form.isFreeText, 1);
+}
+
 // ---- Quasars ----------------------------------------------------------------
 
 struct QuasarWorld {
