@@ -100,7 +100,7 @@ long esoRowsIn(BrowseState* state, long field) {
     if ((field - 1) * static_cast<long>(RunLayout::kSize) >= state->last ||
         !readRunHead(state->file.get(), field - 1, &head))
         return -1;
-    if (head.count > 0 && head.offset < state->last) state->last = head.offset;
+    if (head.count > 0 && static_cast<long>(head.offset) < state->last) state->last = static_cast<long>(head.offset);
     return head.count * 3L;
 }
 
