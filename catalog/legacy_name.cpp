@@ -309,9 +309,7 @@ struct Resolver {
         if (tokens.tokens.size() != 1) return 0;
         const int row = constellationRowOf(text);
         if (row < 0) return 0;
-        initObjectRecord(&records[0]);
-        records[0].objectClass = kClassConstellation;
-        records[0].pid = static_cast<uint32_t>(row > 75 ? row + 1 : row);
+        records[0] = identityRecord(kClassConstellation, static_cast<uint32_t>(row > 75 ? row + 1 : row));
         return refillByIdentity(&records[0], span ? span->start : 0, span ? span->end : 0, site, instant);
     }
 

@@ -11,6 +11,14 @@ bool IsUserClass(int c) {
            c == kClassSupplementalDeepSky;
 }
 
+ObjectRecord identityRecord(int objectClass, uint32_t pid) {
+    ObjectRecord r;
+    initObjectRecord(&r);
+    r.objectClass = static_cast<uint8_t>(objectClass);
+    r.pid = pid;
+    return r;
+}
+
 bool IsDeepSkyClass(int c) {
     return (c >= kClassGalaxy && c <= kClassGlobular) || c == kClassGalaxyGroup || c == kClassDarkNebula;
 }

@@ -145,6 +145,10 @@ static_assert(LayoutIsPacked<ObjectRecordLayout, ObjectRecord>());
 // Writes the initial values; a null record is ignored.
 void initObjectRecord(ObjectRecord* record);
 
+// An initialised record that names an object by its identity, class and
+// PID, for the readers to fill.
+ObjectRecord identityRecord(int objectClass, uint32_t pid);
+
 // True for the classes whose objects live in the user's stores.
 bool IsUserClass(int objectClass);
 

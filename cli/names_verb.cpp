@@ -2,7 +2,6 @@
 
 #include <cmath>
 #include <cstdio>
-#include <numbers>
 
 #include "base/string_helpers.h"
 #include "catalog/browse.h"
@@ -11,6 +10,7 @@
 #include "catalog/object_record.h"
 #include "cli/exit_status.h"
 #include "cli/object_json.h"
+#include "cli/object_words.h"
 #include "cli/observer_options.h"
 #include "cli/shown_text.h"
 
@@ -46,8 +46,6 @@ const char kNamesDetails[] =
     "                 and kind have no list or its file is missing.\n";
 
 namespace {
-
-constexpr double kDeg = std::numbers::pi / 180.0;
 
 bool ParseCount(const std::string& text, long low, long high, long* out) {
     double v = 0;
@@ -128,21 +126,8 @@ int RunName(const std::vector<std::string>& words) {
         preferences.firstKind[objectClass - 1] = static_cast<uint16_t>(kind);
     }
     ObjectRecord record;
-    if (args.size() == 3 && args[0] == "fixed") {
-        double ra = 0, dec = 0;
-        if (!ParseReal(args[1], &ra) || !ParseReal(args[2], &dec) || ra < 0 || ra >= 360 || std::fabs(dec) > 90)
-            return VerbUsage("name", "fixed takes RADEG (0 to 360) DECDEG (-90 to 90)");
-        makeFixedPosition(&record, ra * kDeg, dec * kDeg, 0, 0);
-    } else if (args.size() == 2) {
-        long objectClass = 0, pid = 0;
-        if (!ParseCount(args[0], 1, 20, &objectClass) || !ParseCount(args[1], 0, 4294967295L, &pid))
-            return VerbUsage("name", "name takes CLASS (1 to 20) and PID");
-        initObjectRecord(&record);
-        record.objectClass = static_cast<uint8_t>(objectClass);
-        record.pid = static_cast<uint32_t>(pid);
-    } else {
-        return VerbUsage("name", "say CLASS PID, or fixed RADEG DECDEG");
-    }
+    std::string why;
+    if (!ParseObjectWords(args, &record, &why)) return VerbUsage("name", why.c_str());
     std::string names;
     if (!NamesJson(record, preferences, &names)) {
         std::fprintf(stderr, "ferry2-cli name: no object %u of class %d\n", record.pid, record.objectClass);

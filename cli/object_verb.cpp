@@ -5,7 +5,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
-#include <numbers>
 #include <string>
 
 #include "astro/instant.h"
@@ -15,6 +14,7 @@
 #include "catalog/object_record.h"
 #include "cli/exit_status.h"
 #include "cli/object_json.h"
+#include "cli/object_words.h"
 #include "cli/observer_options.h"
 
 const char kObjectSynopsis[] =
@@ -33,8 +33,6 @@ const char kObjectDetails[] =
 
 namespace {
 
-constexpr double kDeg = std::numbers::pi / 180.0;
-
 int Usage(const char* why) { return VerbUsage("object", why); }
 
 }  // namespace
@@ -45,23 +43,7 @@ int RunObject(const std::vector<std::string>& w) {
     std::string why;
     if (!SplitObserverOptions(w, &observer, &args, &why)) return Usage(why.c_str());
     ObjectRecord record;
-    if (args.size() == 3 && args[0] == "fixed") {
-        double ra = 0, dec = 0;
-        if (!ParseReal(args[1], &ra) || !ParseReal(args[2], &dec) || ra < 0 || ra >= 360 ||
-            std::fabs(dec) > 90)
-            return Usage("fixed takes RADEG (0 to 360) DECDEG (-90 to 90)");
-        makeFixedPosition(&record, ra * kDeg, dec * kDeg, 0, 0);
-    } else if (args.size() == 2) {
-        double c = 0, pid = 0;
-        if (!ParseReal(args[0], &c) || !ParseReal(args[1], &pid) || c < 1 || c > 20 ||
-            c != std::floor(c) || pid < 0 || pid > 4294967295.0 || pid != std::floor(pid))
-            return Usage("object takes CLASS (1 to 20) and PID");
-        initObjectRecord(&record);
-        record.objectClass = static_cast<uint8_t>(c);
-        record.pid = static_cast<uint32_t>(pid);
-    } else {
-        return Usage("say CLASS PID, or fixed RADEG DECDEG");
-    }
+    if (!ParseObjectWords(args, &record, &why)) return Usage(why.c_str());
     Site site;
     Instant instant;
     MakeSiteAndInstant(&observer, &site, &instant);

@@ -30,17 +30,9 @@ namespace {
 const std::string kSet = FERRY2_REFDATA_DIR;
 const std::string kSolar = FERRY2_SOLAR_DIR;
 
-ObjectRecord Object(int objectClass, uint32_t pid) {
-    ObjectRecord r;
-    initObjectRecord(&r);
-    r.objectClass = static_cast<uint8_t>(objectClass);
-    r.pid = pid;
-    return r;
-}
-
 std::string Primary(int objectClass, uint32_t pid, DesignationForm* form = nullptr) {
     std::string name = "unset";
-    EXPECT_EQ(displayName(Object(objectClass, pid), &name, nullptr, nullptr, form), 1)
+    EXPECT_EQ(displayName(identityRecord(objectClass, pid), &name, nullptr, nullptr, form), 1)
         << "class " << objectClass << " PID " << pid;
     return name;
 }
@@ -67,7 +59,7 @@ struct KindWanted {
 };
 
 void ExpectKinds(int objectClass, uint32_t pid, const std::vector<KindWanted>& kinds) {
-    const ObjectRecord r = Object(objectClass, pid);
+    const ObjectRecord r = identityRecord(objectClass, pid);
     for (const KindWanted& k : kinds) {
         std::string name = "unset";
         EXPECT_EQ(alternativeName(k.kind, r, pid, &name, nullptr), k.answer)
@@ -173,12 +165,12 @@ TEST_F(ReferenceNamesTest, SecondNameWalksFromThePreferredKind) {
         preferences.firstKind[kClassStar - 1] = static_cast<uint16_t>(c.firstKind);
         preferences.flags[kClassStar - 1] = c.flags;
         std::string primary, secondary = "unset";
-        EXPECT_EQ(displayName(Object(kClassStar, StarOfHr(c.hr)), &primary, &preferences, &secondary, nullptr), 1);
+        EXPECT_EQ(displayName(identityRecord(kClassStar, StarOfHr(c.hr)), &primary, &preferences, &secondary, nullptr), 1);
         EXPECT_EQ(secondary, c.secondary) << c.hr << " from kind " << c.firstKind;
     }
     // Without preferences there is no second name.
     std::string secondary = "unset";
-    displayName(Object(kClassStar, StarOfHr(7001)), nullptr, nullptr, &secondary, nullptr);
+    displayName(identityRecord(kClassStar, StarOfHr(7001)), nullptr, nullptr, &secondary, nullptr);
     EXPECT_EQ(secondary, "");
 }
 
@@ -200,9 +192,9 @@ TEST_F(ReferenceNamesTest, DeepSkyObjectsOfTheSet) {
                  {10, 0, ""},
                  {11, -1, ""}});
     std::string name;
-    alternativeName(7, Object(kClassGalaxy, m31), m31, &name, &form);
+    alternativeName(7, identityRecord(kClassGalaxy, m31), m31, &name, &form);
     ExpectForm(form, {0, "PGC", 1, {static_cast<int>(m31)}}, "PGC of M 31");
-    alternativeName(3, Object(kClassGalaxy, m31), m31, &name, &form);
+    alternativeName(3, identityRecord(kClassGalaxy, m31), m31, &name, &form);
     ExpectForm(form, {0, "NGC", 2, {224, 0}}, "NGC of M 31");
 
     // NGC 7331 has neither Messier number nor common name.
@@ -243,7 +235,7 @@ TEST_F(ReferenceNamesTest, SolarSystemObjects) {
     ExpectForm(form, {1, "", 0, {}}, "Jupiter");
     EXPECT_EQ(Primary(kClassMajorBody, 10), "Moon");
     std::string name = "unset";
-    EXPECT_EQ(displayName(Object(kClassMajorBody, 12), &name, nullptr, nullptr, nullptr), 0);
+    EXPECT_EQ(displayName(identityRecord(kClassMajorBody, 12), &name, nullptr, nullptr, nullptr), 0);
     EXPECT_EQ(name, "");
 
     EXPECT_EQ(Primary(kClassMinorPlanet, 1, &form), "(1) Ceres");
@@ -266,18 +258,18 @@ TEST_F(ReferenceNamesTest, SolarSystemObjects) {
 }
 
 TEST_F(ReferenceNamesTest, UnknownObjectsHaveNoName) {
-    const ObjectRecord unknown[] = {Object(kClassStar, 99999999), Object(kClassGalaxy, 9999999),
-                                    Object(kClassImagePosition, 1), Object(19, 1), Object(kClassNone, 0)};
+    const ObjectRecord unknown[] = {identityRecord(kClassStar, 99999999), identityRecord(kClassGalaxy, 9999999),
+                                    identityRecord(kClassImagePosition, 1), identityRecord(19, 1), identityRecord(kClassNone, 0)};
     for (const ObjectRecord& r : unknown) {
         std::string name = "unset";
         EXPECT_EQ(displayName(r, &name, nullptr, nullptr, nullptr), 0) << int(r.objectClass);
         EXPECT_EQ(name, "");
     }
     // Every output may be null.
-    EXPECT_EQ(displayName(Object(kClassMajorBody, 0), nullptr, nullptr, nullptr, nullptr), 1);
+    EXPECT_EQ(displayName(identityRecord(kClassMajorBody, 0), nullptr, nullptr, nullptr, nullptr), 1);
     // Classes named by one text have no kinds.
-    EXPECT_EQ(alternativeName(1, Object(kClassMajorBody, 0), 0, nullptr, nullptr), -1);
-    EXPECT_EQ(alternativeName(1, Object(kClassConstellation, 0), 0, nullptr, nullptr), -1);
+    EXPECT_EQ(alternativeName(1, identityRecord(kClassMajorBody, 0), 0, nullptr, nullptr), -1);
+    EXPECT_EQ(alternativeName(1, identityRecord(kClassConstellation, 0), 0, nullptr, nullptr), -1);
 }
 
 // ---- Crafted catalogues for what the set doesn't hold ---------------------

@@ -70,14 +70,6 @@ void WriteCommonNames(const std::vector<std::string>& names) {
     Write(kCatCnames, file);
 }
 
-ObjectRecord Object(int objectClass, uint32_t pid) {
-    ObjectRecord r;
-    initObjectRecord(&r);
-    r.objectClass = static_cast<uint8_t>(objectClass);
-    r.pid = pid;
-    return r;
-}
-
 // Rewrites the files from `world`, names the object, takes the next
 // designation away, and so on down the table.
 template <class World>
@@ -88,7 +80,7 @@ void WalkOrder(World world, void (*write)(const World&), int objectClass, uint32
         write(world);
         std::string name = "unset";
         DesignationForm form;
-        ASSERT_EQ(displayName(Object(objectClass, pid), &name, nullptr, nullptr, &form), 1)
+        ASSERT_EQ(displayName(identityRecord(objectClass, pid), &name, nullptr, nullptr, &form), 1)
             << "step " << i << " (" << step.primary << ")";
         EXPECT_EQ(name, step.primary) << "step " << i;
         EXPECT_EQ(form.isFreeText, step.form.isFreeText) << step.primary;
@@ -468,7 +460,7 @@ TEST_F(DisplayOrderTest, GlobuleIsNamedByItsText) {
     Write(kCatDn, After(DarkNebulaLayout::kSize, Image<GlobuleLayout>(globule)));
     std::string name;
     DesignationForm form;
-    ASSERT_EQ(displayName(Object(kClassDarkNebula, 1), &name, nullptr, nullptr, &form), 1);
+    ASSERT_EQ(displayName(identityRecord(kClassDarkNebula, 1), &name, nullptr, nullptr, &form), 1);
     EXPECT_EQ(name, "CB 34");
     EXPECT_EQ(form.isFreeText, 1);
 }

@@ -278,10 +278,7 @@ TEST_F(ResolveLegacyNameTest, EveryKindsNameFillsItsObjectAgainOverTheWholeSet) 
         const int kinds = designationKindList(c.objectClass).count;
         int objects = 0, names = 0, misses = 0;
         for (uint32_t pid = c.first;; pid += kStep) {
-            ObjectRecord object;
-            initObjectRecord(&object);
-            object.objectClass = static_cast<uint8_t>(c.objectClass);
-            object.pid = pid;
+            const ObjectRecord object = identityRecord(c.objectClass, pid);
             std::string primary;
             if (displayName(object, &primary, nullptr, nullptr, nullptr) != 1) break;
             ++objects;
