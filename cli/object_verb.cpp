@@ -1,7 +1,6 @@
 #include "cli/object_verb.h"
 
 #include <cerrno>
-#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
