@@ -316,6 +316,12 @@ TEST_F(ResolveLegacyNameTest, TheComponentLetterIsKeptFromB) {
     EXPECT_EQ(getComponent(&r_[0]), 0);
     ASSERT_EQ(Resolve("HD 172167 C"), 1);
     EXPECT_EQ(getComponent(&r_[0]), 1);
+    // Alpha Cen has superscripts 1 and 2: the Bayer lookup takes 1 when the
+    // bare letter finds nothing. Rigil Kentaurus, HR 5459.
+    ASSERT_EQ(Resolve("Alpha Cen B"), 1);
+    EXPECT_EQ(getComponent(&r_[0]), 0);
+    EXPECT_NEAR(r_[0].raJ2000, 219.902066 * kRadiansPerDegree, 1e-4);
+    EXPECT_NEAR(r_[0].decJ2000, -60.833975 * kRadiansPerDegree, 1e-4);
 }
 
 TEST_F(ResolveLegacyNameTest, ConstellationsSolarBodiesAndNothing) {
@@ -330,6 +336,7 @@ TEST_F(ResolveLegacyNameTest, ConstellationsSolarBodiesAndNothing) {
         {"Sex", 1, 1, 77},   // past Serpens's two zones
         {"Mars", 1, 2, 4},
         {"Xyzzy Plugh", 0, 0, 0},
+        {"Trapezium 1", 0, 0, 0},  // a cluster family no kind names: nothing
         {"NGC 5139-2", 0, 0, 0},  // the dash keeps it off the NGC route
         {"M 9999", 0, 0, 0},
         {"", 0, 0, 0},
