@@ -23,6 +23,10 @@
 #include "catalog/galaxy_files.h"
 #include "catalog/minor_planet_roots.h"
 #include "catalog/star_indexes.h"
+#include "catalog/user_comets.h"
+#include "catalog/user_deep_sky.h"
+#include "catalog/user_minor_planets.h"
+#include "catalog/user_stars.h"
 #include "support.h"
 
 namespace {
@@ -270,6 +274,87 @@ TEST_F(ReferenceNamesTest, UnknownObjectsHaveNoName) {
     // Classes named by one text have no kinds.
     EXPECT_EQ(alternativeName(1, identityRecord(kClassMajorBody, 0), 0, nullptr, nullptr), -1);
     EXPECT_EQ(alternativeName(1, identityRecord(kClassConstellation, 0), 0, nullptr, nullptr), -1);
+}
+
+// ---- The user's own objects and the constellations --------------------------
+
+class UserNamesTest : public ScratchTest {
+protected:
+    void SetUp() override {
+        ScratchTest::SetUp();
+        setCatalogueRoots((kSet + "small/").c_str(), (kSet + "stars/").c_str(), (kSet + "gsc/").c_str());
+        MakeDirs("user");
+    }
+};
+
+TEST_F(UserNamesTest, TheStoresNamesWithTheirForms) {
+    {
+        FilePtr f = openStellar(nullptr);
+        StellarRecord star;
+        ASSERT_EQ(makeStellarRecord(&star, "My Star", 1.25, 0.5, 7.5), 1);
+        ASSERT_EQ(addOrReplaceStellar(f.get(), &star), 1);
+        FilePtr u = openUds(nullptr);
+        UdsRecord object;
+        ASSERT_EQ(makeUdsRecord(&object, kClassPlanetary, "My Nebula", 2.0, -0.25, 11.0, 0.5, 0.25, 0), 1);
+        ASSERT_EQ(addOrReplaceUds(u.get(), &object), 1);
+        FilePtr c = openUserComets(nullptr);
+        CometElements e;
+        e.perihelionEpoch = e.epoch = 0.2052;
+        e.perihelionDistance = 0.2946;
+        e.eccentricity = 0.99918;
+        CometRecord comet;
+        ASSERT_EQ(packComet(&comet, 0, 'C', "2020 F3", "NEOWISE", e, "test"), 1);
+        ASSERT_EQ(addOrReplaceUserComet(c.get(), comet), 1);
+        e.eccentricity = 0.848;
+        e.perihelionDistance = 0.336;
+        ASSERT_EQ(packComet(&comet, 2, 'P', "", "Encke", e, "test"), 1);
+        ASSERT_EQ(addOrReplaceUserComet(c.get(), comet), 1);
+        uint32_t count = 0;
+        FilePtr m = openUserMp(&count);
+        UserMpRecord mp;
+        ASSERT_EQ(packUserMp(&mp, 433, "Eros", "test", 0.0, 0.0, 10.0, 1.458, 0.0, 0.223, 178.8, 304.3, 10.8,
+                             0.0, 11.16, 0.46),
+                  1);
+        ASSERT_EQ(addOrReplaceUserMp(m.get(), mp, &count), 1);
+        ASSERT_EQ(packUserMp(&mp, 0, "2003 AB", "test", 0.0, 0.0, 10.0, 2.5, 0.0, 0.1, 1, 2, 3, 0.0, 15, 0.15), 1);
+        ASSERT_EQ(addOrReplaceUserMp(m.get(), mp, &count), 1);
+    }
+    const struct {
+        int objectClass;
+        uint32_t pid;
+        const char* primary;
+        int fieldCount;  // 0: free text
+        int field;
+        const char* secondary;  // from kind 1 on, going on
+    } cases[] = {
+        {kClassSupplementalStar, 1, "My Star", 0, 0, ""},
+        {kClassSupplementalDeepSky, 1, "My Nebula", 0, 0, ""},
+        {kClassUserComet, 1, "NEOWISE", 0, 0, "C/2020 F3"},
+        {kClassUserComet, 2, "Encke", 1, 2, "2P/Encke"},
+        {kClassUserMinorPlanet, 1, "(433) Eros", 1, 433, "Eros"},
+        {kClassUserMinorPlanet, 2, "2003 AB", 0, 0, ""},
+        {kClassConstellation, 59, "Orion", 0, 0, ""},
+    };
+    NamePreferences preferences;
+    for (int row = 0; row < kNamePreferenceClasses; ++row) {
+        preferences.firstKind[row] = 1;
+        preferences.flags[row] = kNamePreferenceGoOn;
+    }
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.primary);
+        std::string primary, secondary;
+        DesignationForm form;
+        ASSERT_EQ(displayName(identityRecord(c.objectClass, c.pid), &primary, &preferences, &secondary, &form), 1);
+        EXPECT_EQ(primary, c.primary);
+        EXPECT_EQ(form.isFreeText, c.fieldCount == 0 ? 1 : 0);
+        EXPECT_EQ(form.fieldCount, c.fieldCount);
+        EXPECT_EQ(form.fields[0], c.field);
+        EXPECT_STREQ(form.prefix, "");
+        EXPECT_EQ(secondary, c.secondary);
+    }
+    std::string primary = "stale";
+    EXPECT_EQ(displayName(identityRecord(kClassUserMinorPlanet, 9), &primary, nullptr, nullptr, nullptr), 0);
+    EXPECT_EQ(primary, "");
 }
 
 // ---- Crafted catalogues for what the set doesn't hold ---------------------
