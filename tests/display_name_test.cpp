@@ -23,11 +23,8 @@
 #include "catalog/galaxy_files.h"
 #include "catalog/minor_planet_roots.h"
 #include "catalog/star_indexes.h"
-#include "catalog/user_comets.h"
-#include "catalog/user_deep_sky.h"
-#include "catalog/user_minor_planets.h"
-#include "catalog/user_stars.h"
 #include "support.h"
+#include "user_object_stores.h"
 
 namespace {
 
@@ -288,34 +285,19 @@ protected:
 };
 
 TEST_F(UserNamesTest, TheStoresNamesWithTheirForms) {
+    ASSERT_NO_FATAL_FAILURE(WriteOneObjectPerUserStore());
     {
-        FilePtr f = openStellar(nullptr);
-        StellarRecord star;
-        ASSERT_EQ(makeStellarRecord(&star, "My Star", 1.25, 0.5, 7.5), 1);
-        ASSERT_EQ(addOrReplaceStellar(f.get(), &star), 1);
-        FilePtr u = openUds(nullptr);
-        UdsRecord object;
-        ASSERT_EQ(makeUdsRecord(&object, kClassPlanetary, "My Nebula", 2.0, -0.25, 11.0, 0.5, 0.25, 0), 1);
-        ASSERT_EQ(addOrReplaceUds(u.get(), &object), 1);
+        // A numbered comet and an unnumbered minor planet beside them.
         FilePtr c = openUserComets(nullptr);
-        CometElements e;
-        e.perihelionEpoch = e.epoch = 0.2052;
-        e.perihelionDistance = 0.2946;
-        e.eccentricity = 0.99918;
-        CometRecord comet;
-        ASSERT_EQ(packComet(&comet, 0, 'C', "2020 F3", "NEOWISE", e, "test"), 1);
-        ASSERT_EQ(addOrReplaceUserComet(c.get(), comet), 1);
+        CometElements e = NeowiseElements();
         e.eccentricity = 0.848;
         e.perihelionDistance = 0.336;
+        CometRecord comet;
         ASSERT_EQ(packComet(&comet, 2, 'P', "", "Encke", e, "test"), 1);
         ASSERT_EQ(addOrReplaceUserComet(c.get(), comet), 1);
         uint32_t count = 0;
         FilePtr m = openUserMp(&count);
         UserMpRecord mp;
-        ASSERT_EQ(packUserMp(&mp, 433, "Eros", "test", 0.0, 0.0, 10.0, 1.458, 0.0, 0.223, 178.8, 304.3, 10.8,
-                             0.0, 11.16, 0.46),
-                  1);
-        ASSERT_EQ(addOrReplaceUserMp(m.get(), mp, &count), 1);
         ASSERT_EQ(packUserMp(&mp, 0, "2003 AB", "test", 0.0, 0.0, 10.0, 2.5, 0.0, 0.1, 1, 2, 3, 0.0, 15, 0.15), 1);
         ASSERT_EQ(addOrReplaceUserMp(m.get(), mp, &count), 1);
     }

@@ -25,6 +25,7 @@
 #include "catalog/user_stars.h"
 #include "catalogue_bytes.h"
 #include "support.h"
+#include "user_object_stores.h"
 
 namespace {
 
@@ -305,34 +306,7 @@ TEST_F(FillByDesignationTest, ReferenceCometsAndMinorPlanets) {
 
 TEST_F(FillByDesignationTest, TheUsersOwnObjectsByName) {
     MakeDirs("user");
-    {
-        FilePtr f = openStellar(nullptr);
-        StellarRecord star;
-        ASSERT_EQ(makeStellarRecord(&star, "My Star", 1.25, 0.5, 7.5), 1);
-        ASSERT_EQ(addOrReplaceStellar(f.get(), &star), 1);
-        FilePtr u = openUds(nullptr);
-        UdsRecord object;
-        ASSERT_EQ(makeUdsRecord(&object, kClassPlanetary, "My Nebula", 2.0, -0.25, 11.0, 0.5, 0.25, 0), 1);
-        ASSERT_EQ(addOrReplaceUds(u.get(), &object), 1);
-        FilePtr c = openUserComets(nullptr);
-        CometElements e;
-        e.perihelionEpoch = e.epoch = 0.2052;  // C/2020 F3, July 2020
-        e.perihelionDistance = 0.2946;
-        e.eccentricity = 0.99918;
-        e.inclination = 128.94;
-        e.node = 61.01;
-        e.argPerihelion = 37.28;
-        CometRecord comet;
-        ASSERT_EQ(packComet(&comet, 0, 'C', "2020 F3", "NEOWISE", e, "test"), 1);
-        ASSERT_EQ(addOrReplaceUserComet(c.get(), comet), 1);
-        uint32_t count = 0;
-        FilePtr m = openUserMp(&count);
-        UserMpRecord mp;
-        ASSERT_EQ(packUserMp(&mp, 433, "Eros", "test", 0.0, 0.0, 10.0, 1.458, 0.0, 0.223, 178.8, 304.3, 10.8,
-                             0.0, 11.16, 0.46),
-                  1);
-        ASSERT_EQ(addOrReplaceUserMp(m.get(), mp, &count), 1);
-    }
+    ASSERT_NO_FATAL_FAILURE(WriteOneObjectPerUserStore());
     const struct {
         int objectClass;
         int kind;
