@@ -64,13 +64,12 @@ int ListExportWrite(FILE* file, int slot, uint16_t includeFlags, ExchangeProgres
     body.itemCount = static_cast<int16_t>(count);
     body.includeFlags = includeFlags;
     if (!WriteRecord<ListBodyHeadLayout>(file, body)) return 0;
-    const int pace = std::max(1, count / 10);
     for (int i = 0; i < count; ++i) {
         ObjectRecord r;
         if (!ListReadItem(items.get(), i, count, &r)) return 0;
         if (!WriteObjectKey(file, r.objectClass, r.pid)) return 0;
         if (!ObjectBlockWrite(file, r.objectClass, r.pid)) return 0;
-        if (progress && (i + 1) % pace == 0) progress(10, context);
+        if (progress && (i + 1) * 10 / count != i * 10 / count) progress(10, context);
     }
     return ExchangeSetRecordCount(file, static_cast<uint32_t>(count));
 }
@@ -99,7 +98,10 @@ int ListImportBegin(ListImport* state, const char* path, int stepPercent, Exchan
 
     state->slot = ListFindByName(state->body.name, state->stampBefore);
     if (state->slot < 0) {
-        state->slot = ListCreate(state->body.name, header.stamp);
+        // A new list's slot is found again by its name: the creation's answer
+        // 2 can also mean that the item file could not be made.
+        if (ListCreate(state->body.name, header.stamp) < 0) return fail();
+        state->slot = ListFindByName(state->body.name, nullptr);
         if (state->slot < 0) return fail();
         state->createdList = true;
     } else {
@@ -154,7 +156,11 @@ int ListImportEnd(ListImport* state, bool discard) {
         else
             std::remove(ListDescriptionPath(state->slot).c_str());
     } else if (state->items) {
-        ok = ListCloseItems(std::move(state->items), state->slot, state->itemCount) && ok;
+        // A list this import made and could not commit holds none of the
+        // file's items: it goes rather than stay as an empty list.
+        const int committed = ListCloseItems(std::move(state->items), state->slot, state->itemCount);
+        if (!committed && state->createdList) ListDelete(state->slot);
+        ok = committed && ok;
     }
     state->slot = -1;
     return ok ? 1 : 0;
