@@ -186,25 +186,6 @@ TEST_F(LegacyObjectsTest, AMapThatCannotBeMadeFindsNothingAndLeavesTheBufferAlon
     EXPECT_FALSE(OpenLegacyPidMap("nowhere", nullptr, &maxPid));
 }
 
-TEST(AppendListObject, RefusesAMissingStreamOrRecordAndAFullList) {
-    ObjectRecord record;
-    int count = 0;
-    EXPECT_EQ(AppendListObject(nullptr, &record, &count), 0);
-    FilePtr f(std::tmpfile());
-    EXPECT_EQ(AppendListObject(f.get(), nullptr, &count), 0);
-    count = kListMaxItems;
-    EXPECT_EQ(AppendListObject(f.get(), &record, &count), 0);
-    EXPECT_EQ(count, kListMaxItems);
-    count = 5;
-    record.sizeUnit = 3;  // a list row's flags stay as they come
-    ASSERT_EQ(AppendListObject(f.get(), &record, &count), 1);
-    EXPECT_EQ(count, 6);
-    std::rewind(f.get());
-    uint8_t image[224];
-    ASSERT_EQ(std::fread(image, 1, sizeof image, f.get()), sizeof image);
-    EXPECT_EQ(image[120], 3);
-}
-
 // ---- The job ----------------------------------------------------------------
 
 // What a list row in the store says: class, PID, flags, class mask.
