@@ -149,7 +149,7 @@ int readUserCometRow(FILE* file, long row, CometRecord* record) {
     return std::fseek(file, RowOffset(row), SEEK_SET) == 0 && ReadRecord<CometLayout>(file, *record);
 }
 
-int addOrReplaceUserComet(FILE* file, const CometRecord& record, bool* writeFailed) {
+int addOrReplaceUserComet(FILE* file, const CometRecord& record, bool* writeFailed, uint16_t* pidOut) {
     if (writeFailed) *writeFailed = false;
     UserCometHead head;
     std::vector<CometRecord> rows;
@@ -170,6 +170,7 @@ int addOrReplaceUserComet(FILE* file, const CometRecord& record, bool* writeFail
         at = static_cast<size_t>(
             std::find_if(rows.begin(), rows.end(), [&](const CometRecord& r) { return r.pid == added.pid; }) -
             rows.begin());
+        if (pidOut) *pidOut = added.pid;
         long last = -1;
         for (; at < rows.size() && rows[at].pid == added.pid && !(added.epoch < rows[at].epoch); ++at)
             last = static_cast<long>(at);
@@ -189,7 +190,10 @@ int addOrReplaceUserComet(FILE* file, const CometRecord& record, bool* writeFail
     }
     std::vector<CometRecord> after = rows;
     after.insert(after.begin() + static_cast<long>(at), added);
-    if (Rewrite(file, head, rows, newHead, after, at)) return 1;
+    if (Rewrite(file, head, rows, newHead, after, at)) {
+        if (pidOut) *pidOut = added.pid;
+        return 1;
+    }
     if (writeFailed) *writeFailed = true;
     return 0;
 }

@@ -51,8 +51,10 @@ int readUserCometRow(FILE* file, long row, CometRecord* record);
 // row's): 2. Elements of another epoch go in among the comet's rows by
 // epoch: 1. 0 when the store cannot be read, or a new row cannot be written
 // (the rows written so far are put back); -1 also when an overwrite fails,
-// and then `writeFailed` (if given) is set.
-int addOrReplaceUserComet(FILE* file, const CometRecord& record, bool* writeFailed = nullptr);
+// and then `writeFailed` (if given) is set. `pidOut` (if given) gets the PID
+// the record takes, new or found, whenever the answer isn't 0.
+int addOrReplaceUserComet(FILE* file, const CometRecord& record, bool* writeFailed = nullptr,
+                          uint16_t* pidOut = nullptr);
 
 // Deletes one row, or every row of a PID; the cascade runs for the PID, with
 // class 13 and class mask 4, when its last row goes, before the rows do.

@@ -480,7 +480,7 @@ int findUserMpByName(FILE* file, const char* name, UserMpRecord* out, uint32_t* 
     return found == 1 ? 1 : 0;
 }
 
-int addOrReplaceUserMp(FILE* file, const UserMpRecord& record, uint32_t* count) {
+int addOrReplaceUserMp(FILE* file, const UserMpRecord& record, uint32_t* count, uint32_t* pidOut) {
     uint32_t stored = 0, lastPid = 0;
     if (!readUserMpHead(file, &stored, &lastPid)) return 0;
     UserMpRecord hit;
@@ -500,11 +500,16 @@ int addOrReplaceUserMp(FILE* file, const UserMpRecord& record, uint32_t* count) 
     UserMpRecord r = record;
     if (found == 1) {
         r.pid = hit.pid;
-        if (SameElements(hit, r)) return 3;
+        if (SameElements(hit, r)) {
+            if (pidOut) *pidOut = r.pid;
+            return 3;
+        }
         r.computed = r.perihelionDistance != hit.perihelionDistance
                          ? userMpBrightest(r.perihelionDistance, r.h, r.g)
                          : hit.computed;
-        return WriteRowAt(file, hitRow, r) && std::fflush(file) == 0 ? 2 : 0;
+        if (!WriteRowAt(file, hitRow, r) || std::fflush(file) != 0) return 0;
+        if (pidOut) *pidOut = r.pid;
+        return 2;
     }
     // No row of this epoch: elements at a new epoch make a new object, with
     // the next PID, even when an object of that number or name is there.
@@ -516,6 +521,7 @@ int addOrReplaceUserMp(FILE* file, const UserMpRecord& record, uint32_t* count) 
     if (!WriteHead(file, stored + 1, r.pid)) return 0;
     RecordAppendedRow(r, stored);
     if (count) *count = stored + 1;
+    if (pidOut) *pidOut = r.pid;
     return 1;
 }
 

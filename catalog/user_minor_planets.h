@@ -126,8 +126,10 @@ int readUserMpAll(FILE* file, std::vector<UserMpRecord>* out, uint32_t* lastPid)
 // even when an object of that number or name is there at other epochs.
 // 0 for a read or write failure, a full store, or indexes that can't be
 // made. `count` follows the store's count. The record's `pid` and
-// `computed` are the store's business.
-int addOrReplaceUserMp(FILE* file, const UserMpRecord& record, uint32_t* count);
+// `computed` are the store's business; `pidOut` (if given) gets the PID the
+// row has in the store whenever the answer isn't 0.
+int addOrReplaceUserMp(FILE* file, const UserMpRecord& record, uint32_t* count,
+                       uint32_t* pidOut = nullptr);
 
 // Sorts the whole store (numbered rows by number, PID descending, epoch
 // descending, before the unnumbered ones; those by upper-cased name) and

@@ -11,14 +11,19 @@
 #include "cli/body_verb.h"
 #include "cli/catalog_verb.h"
 #include "cli/exit_status.h"
+#include "cli/lists_verb.h"
 #include "cli/names_verb.h"
 #include "cli/object_verb.h"
 #include "cli/observer_options.h"
 #include "cli/orbit_verb.h"
 #include "cli/shown_text.h"
 #include "cli/user_objects.h"
+#include "cli/dry_run.h"
 #include "legacy/import_instruments.h"
+#include "legacy/import_lists.h"
 #include "legacy/import_locations.h"
+#include "legacy/legacy_file.h"
+#include "legacy/legacy_lists.h"
 #include "legacy/legacy_instruments.h"
 #include "legacy/legacy_locations.h"
 #include "shell/data_roots.h"
@@ -39,23 +44,38 @@ struct Verb {
 };
 
 constexpr Verb kVerbs[] = {
-    {"list", "ferry2-cli [--legacy DIR] list locations|instruments\n",
-     "  list locations|instruments\n"
-     "                 prints the rows of the Locations or Instruments page: a\n"
-     "                 header line, then a line a row with the row number (from\n"
-     "                 1, in file order), the row's default tick and the page's\n"
-     "                 columns, separated by tabs. In a name a tab is written\n"
+    {"list", "ferry2-cli [--legacy DIR] list locations|instruments|lists\n",
+     "  list locations|instruments|lists\n"
+     "                 prints the rows of the Locations, Instruments or Observing\n"
+     "                 Lists page: a header line, then a line a row with the row\n"
+     "                 number (from 1, in page order), the row's tick as the page\n"
+     "                 sets it and the page's columns, separated by tabs. The\n"
+     "                 lists page logs one line a row to ferry2.log, as the\n"
+     "                 window does. In a name a tab is written\n"
      "                 as \\t, a carriage return as \\r, a line feed as \\n, a\n"
      "                 backslash as \\\\ and any other control byte as \\xNN.\n"},
-    {"import", "ferry2-cli [--legacy DIR] import locations|instruments [--rows N[,N...]]\n",
+    {"import", "ferry2-cli [--legacy DIR] import locations|instruments|lists [--rows N[,N...]] [--dry-run]\n",
      "  import locations\n"
      "                 copies the ticked locations to user/loc.bin.\n"
      "  import instruments\n"
      "                 adds the ticked instruments to user/instr.bin, which must\n"
      "                 exist, keeping the eyepieces that user/eyep.bin knows.\n"
-     "                 All rows are ticked unless --rows names the only rows to\n"
-     "                 tick.\n"
+     "  import lists   makes a Vesperal 2 observing list of each ticked list\n"
+     "                 under user/lists, unless one of its name is there. The\n"
+     "                 user's own stars, comets and minor planets of the lists go\n"
+     "                 to user/stellar.bin, user/comet.bin and user/mp.bin (a\n"
+     "                 star the catalogues know by its name becomes that\n"
+     "                 catalogue star). When the Vesperal 1.x folder has no\n"
+     "                 us_pid.bin it is made there: the only file ever written\n"
+     "                 to that folder.\n"
+     "                 The rows ticked are the page's own unless --rows names\n"
+     "                 the only rows to tick.\n"
      "  --rows N,...   row numbers as 'list' prints them.\n"
+     "  --dry-run      runs the job on a scratch copy of the Vesperal 2 files\n"
+     "                 and of the Vesperal 1.x folder: prints the lines the job\n"
+     "                 would add to ferry2.log, then its message, and throws\n"
+     "                 the copy away. No file of either folder changes, not\n"
+     "                 even ferry2.ini or ferry2.log.\n"
      "\n"
      "The job's details go to ferry2.log. Its final message is printed: its\n"
      "title on one line, then its text. What the message does not say goes to\n"
@@ -85,6 +105,7 @@ constexpr Verb kVerbs[] = {
     {"orbit", kOrbitSynopsis, kOrbitDetails},
     {"add-objects", kUserObjectsSynopsis, kUserObjectsDetails},
     {"resolve", kNamesSynopsis, kNamesDetails, true},
+    {"show-list", kListsSynopsis, kListsDetails},
 };
 
 const char kAbout[] =
@@ -118,7 +139,8 @@ bool IsUserObjectsVerb(const std::string& verb) {
 const Verb* FindVerb(const std::string& name) {
     for (const Verb& v : kVerbs)
         if (name == v.name || (IsUserObjectsVerb(name) && std::string(v.name) == "add-objects") ||
-            (IsNamesVerb(name) && std::string(v.name) == "resolve"))
+            (IsNamesVerb(name) && std::string(v.name) == "resolve") ||
+            (IsListsVerb(name) && std::string(v.name) == "show-list"))
             return &v;
     return nullptr;
 }
@@ -149,6 +171,7 @@ struct Options {
     std::string verb;
     std::string subject;
     bool haveRows = false;
+    bool dryRun = false;
     std::vector<size_t> rows;  // from 0
     std::vector<std::string> catalogWords;  // after "catalog" or "object", taken as they are
 };
@@ -174,7 +197,7 @@ bool ParseRows(const char* text, std::vector<size_t>& rows) {
 // The verbs that parse their own words and options.
 bool TakesWordsAsTheyAre(const std::string& verb) {
     return verb == "catalog" || verb == "object" || verb == "body" || verb == "orbit" ||
-           IsUserObjectsVerb(verb) || IsNamesVerb(verb);
+           IsUserObjectsVerb(verb) || IsNamesVerb(verb) || IsListsVerb(verb);
 }
 
 bool ParseArgs(int argc, char** argv, Options& o) {
@@ -192,6 +215,8 @@ bool ParseArgs(int argc, char** argv, Options& o) {
             if (++i >= argc) return false;
             o.haveLegacy = true;
             o.legacy = argv[i];
+        } else if (a == "--dry-run") {
+            o.dryRun = true;
         } else if (a == "--rows") {
             if (++i >= argc || !ParseRows(argv[i], o.rows)) return false;
             o.haveRows = true;
@@ -203,13 +228,13 @@ bool ParseArgs(int argc, char** argv, Options& o) {
     }
     if (!words.empty()) o.verb = words[0];
     if (o.help) return o.verb.empty() || FindVerb(o.verb);
-    if (o.verb == "check") return words.size() == 1 && !o.haveRows;
-    if (TakesWordsAsTheyAre(o.verb)) return !o.catalogWords.empty() && !o.haveRows && !o.haveLegacy;
+    if (o.verb == "check") return words.size() == 1 && !o.haveRows && !o.dryRun;
+    if (TakesWordsAsTheyAre(o.verb)) return !o.catalogWords.empty() && !o.haveRows && !o.haveLegacy && !o.dryRun;
     if (words.size() != 2) return false;
     o.subject = words[1];
     if (o.verb != "list" && o.verb != "import") return false;
-    if (o.subject != "locations" && o.subject != "instruments") return false;
-    return !(o.haveRows && o.verb != "import");
+    if (o.subject != "locations" && o.subject != "instruments" && o.subject != "lists") return false;
+    return o.verb == "import" || (!o.haveRows && !o.dryRun);
 }
 
 // Message boxes become two lines on standard output: the title, then the text.
@@ -253,11 +278,31 @@ void PrintPage(const PageContent& page) {
     }
 }
 
+// The page of a subject word.
+int PageOf(const std::string& subject) {
+    if (subject == "instruments") return kInstrumentsPage;
+    if (subject == "lists") return kListsPage;
+    return kLocationsPage;
+}
+
 // The legacy file behind a page; empty when it opens and its count reads.
-std::string UnreadableLegacyFile(bool instruments, const std::string& legacyRoot) {
-    if (instruments)
-        return OpenLegacyInstruments(legacyRoot, nullptr) ? "" : LegacyInstrumentsPath(legacyRoot);
-    return OpenLegacyLocations(legacyRoot, nullptr) ? "" : LegacyLocationsPath(legacyRoot);
+std::string UnreadableLegacyFile(int page, const std::string& legacyRoot) {
+    switch (page) {
+        case kInstrumentsPage:
+            return OpenLegacyInstruments(legacyRoot, nullptr) ? "" : LegacyInstrumentsPath(legacyRoot);
+        case kListsPage:
+            return OpenLegacyListIndex(legacyRoot, nullptr) ? "" : LegacyFilePath(legacyRoot, "obs.idx");
+        default:
+            return OpenLegacyLocations(legacyRoot, nullptr) ? "" : LegacyLocationsPath(legacyRoot);
+    }
+}
+
+int RunPageJob(int page, const JobHost& host) {
+    switch (page) {
+        case kInstrumentsPage: return ImportInstruments(host);
+        case kListsPage: return ImportObservingLists(host);
+        default: return ImportLocations(host);
+    }
 }
 
 void ReportUnreadable(const std::string& path) {
@@ -295,6 +340,66 @@ int RunCheck(const Options& o) {
     return kExitFailed;
 }
 
+// Lists a page, or ticks it and runs its job, with the host's folder and log.
+int RunPageVerb(const Options& o, JobHost& host) {
+    const int pageIndex = PageOf(o.subject);
+    PageContent page;
+    FillPage(pageIndex, host.legacyRoot, host.log, page);
+    if (o.verb == "list") {
+        PrintPage(page);
+        const std::string unreadable = UnreadableLegacyFile(pageIndex, host.legacyRoot);
+        if (unreadable.empty()) return kExitDone;
+        ReportUnreadable(unreadable);
+        return kExitFailed;
+    }
+    if (o.haveRows && !PageTickOnlyRows(page, o.rows)) {
+        std::fprintf(stderr, "ferry2-cli: --rows names a row that is not on the page (%zu rows)\n",
+                     page.rows.size());
+        return kExitUsage;
+    }
+    host.ticks = [&page] { return page.Ticks(); };
+    JobOutcome outcome;
+    host.outcome = &outcome;
+    const int succeeded = RunPageJob(pageIndex, host);
+    return ReportOutcome(succeeded, outcome);
+}
+
+// The job on a scratch copy: what it logged, then its message, then the
+// outcome as a real run would report it.
+int RunDryRun(const Options& o, const std::string& legacyRoot) {
+    if (!LegacyFolderProved(legacyRoot)) {
+        PrintMessage(kLegacyFolderMissingText, kFerryMessageTitle);
+        return kExitUsage;
+    }
+    DryRun run;
+    if (!BeginDryRun(legacyRoot, &run)) {
+        std::fprintf(stderr, "ferry2-cli: cannot make the scratch copy for the dry run\n");
+        return kExitFailed;
+    }
+    std::vector<std::pair<std::string, std::string>> messages;
+    int status = kExitDone;
+    {
+        JobHost host;
+        host.legacyRoot = run.legacyRoot;
+        host.showMessage = [&messages](const char* text, const char* title) { messages.emplace_back(text, title); };
+        FilePtr log = OpenImportLog();
+        host.log = log.get();
+        status = RunPageVerb(o, host);
+    }
+    // Paths into the copy are shown as the folder the user named.
+    char line[4096];
+    if (FilePtr log = OpenFile(run.logPath.c_str(), "r"))
+        while (ReadTextLine(line, sizeof line, log.get())) {
+            std::string text = line;
+            for (size_t at = 0; (at = text.find(run.legacyRoot, at)) != std::string::npos; at += legacyRoot.size())
+                text.replace(at, run.legacyRoot.size(), legacyRoot);
+            std::fputs(ShownText(text).c_str(), stdout);
+        }
+    for (const auto& m : messages) PrintMessage(m.first.c_str(), m.second.c_str());
+    EndDryRun(&run);
+    return status;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -319,38 +424,21 @@ int main(int argc, char** argv) {
     if (o.verb == "orbit") return RunOrbit(o.catalogWords);
     if (IsUserObjectsVerb(o.verb)) return RunUserObjects(o.verb, o.catalogWords);
     if (IsNamesVerb(o.verb)) return RunNames(o.verb, o.catalogWords);
+    if (IsListsVerb(o.verb)) return RunLists(o.verb, o.catalogWords);
 
-    JobHost host;
-    host.showMessage = PrintMessage;
     std::string folder = kDefaultLegacyFolder;
     if (o.haveLegacy)
         folder = o.legacy;
     else
         ReadFerryIni(folder);
+    if (o.dryRun) return RunDryRun(o, folder.substr(0, 1023));
+
+    JobHost host;
+    host.showMessage = PrintMessage;
     if (!AcceptLegacyFolder(folder, host)) return kExitUsage;
     host.legacyRoot = folder.substr(0, 1023);
 
     FilePtr log = OpenImportLog();
     host.log = log.get();
-
-    const bool instruments = o.subject == "instruments";
-    PageContent page;
-    FillPage(instruments ? kInstrumentsPage : kLocationsPage, host.legacyRoot, host.log, page);
-    if (o.verb == "list") {
-        PrintPage(page);
-        const std::string unreadable = UnreadableLegacyFile(instruments, host.legacyRoot);
-        if (unreadable.empty()) return kExitDone;
-        ReportUnreadable(unreadable);
-        return kExitFailed;
-    }
-    if (o.haveRows && !PageTickOnlyRows(page, o.rows)) {
-        std::fprintf(stderr, "ferry2-cli: --rows names a row that is not on the page (%zu rows)\n",
-                     page.rows.size());
-        return kExitUsage;
-    }
-    host.ticks = [&page] { return page.Ticks(); };
-    JobOutcome outcome;
-    host.outcome = &outcome;
-    const int succeeded = instruments ? ImportInstruments(host) : ImportLocations(host);
-    return ReportOutcome(succeeded, outcome);
+    return RunPageVerb(o, host);
 }

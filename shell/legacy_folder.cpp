@@ -20,10 +20,14 @@ void WriteFerryIni(const std::string& folder) {
     std::fputs(folder.c_str(), ini.get());
 }
 
+bool LegacyFolderProved(const std::string& folder) {
+    const std::string proof = folder + "/charts.bin";
+    return FileExists(proof.c_str());
+}
+
 int AcceptLegacyFolder(const std::string& folder, const JobHost& host) {
     const std::string text = folder.substr(0, 1023);
-    const std::string proof = text + "/charts.bin";
-    if (!FileExists(proof.c_str())) {
+    if (!LegacyFolderProved(text)) {
         ShowJobMessage(host, kLegacyFolderMissingText, kFerryMessageTitle);
         return 0;
     }

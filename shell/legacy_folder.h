@@ -16,6 +16,9 @@ bool ReadFerryIni(std::string& folderOut);
 // Writes the folder with no line end; a failure is not reported.
 void WriteFerryIni(const std::string& folder);
 
+// Whether <folder>/charts.bin is there, the proof of a version 1.x folder.
+bool LegacyFolderProved(const std::string& folder);
+
 // The OK step of the path dialog: proves the folder by <folder>/charts.bin.
 // A folder that fails gets the path message through the host; a folder that
 // passes is written to ferry2.ini before anything else. Nonzero when accepted.

@@ -586,5 +586,37 @@ run object 14 1 --at 2026-01-01T00:00 --dynamical
 check "Lowell's Ceres at the orbit's ra" near "$(json raJ2000)" "$ra" 0.000001
 check "Lowell's Ceres at the orbit's dec" near "$(json decJ2000)" "$dec" 0.000001
 
+# Observing lists, on fresh sample folders whose catalogues are the
+# generated reference set: the page, a dry run that changes nothing, the
+# import, and the lists read back.
+refdata=$(realpath "$solar_tables/..")
+"$make_sample" "$work/lists" >/dev/null || { echo "make-sample failed" >&2; exit 1; }
+cd "$work/lists/vesperal2"
+printf '%s\r\n' "$refdata/small/" "$refdata/stars/" "$refdata/gsc/" maps/1/ maps/2/ maps/3/ \
+    "$refdata/solar/" "$refdata/solar/elements/" >vesperal.ini
+run --legacy ../legacy list lists
+check "list lists" test "$out" = "$(printf 'Row\tTick\tObserving List\tObjects\n1\t1\tMessier Marathon\t  12\n2\t1\tSummer Night\t  10\n3\t1\tAutumn Galaxies\t  10\n4\t1\tMessier Marathon\t   2\n5\t0\tEmpty\t   0')"
+snapshot() { (cd "$work/lists" && find . -type f -print0 | sort -z | xargs -0 md5sum); }
+before=$(snapshot)
+run import lists --rows 2,3,5 --dry-run
+check "dry run exits 0" test "$rc" -eq 0
+check "dry run shows the page's log lines, then the message" test "$(sed -n '6p;7p' <<<"$out")" = $'Ferry 2 Message\nImported 3 of 3, 0 lists skipped, 0 objects skipped'
+check "dry run changes no file of either folder" test "$(snapshot)" = "$before"
+run import lists --rows 2,3,5
+check "import lists exits 0" test "$rc" -eq 0
+check "import lists message" test "$out" = $'Ferry 2 Message\nImported 3 of 3, 0 lists skipped, 0 objects skipped'
+check "us_pid.bin made in the version 1.x folder" test -s ../legacy/us_pid.bin
+run show-list "Summer Night"
+check "show-list rows" test "$out" = "$(printf 'Row\tTick\tClass\tPID\tName\n1\t0\t5\t6990\tVega\n2\t0\t5\t7405\tAlbireo\n3\t0\t11\t135\tHercules Globular Cluster\n4\t0\t8\t93\tRing Nebula\n5\t0\t8\t111\tDumbbell Nebula\n6\t0\t11\t185\tM 22\n7\t0\t5\t6990\tVega\n8\t0\t12\t1\tGarden Star\n9\t0\t13\t1\tHale-Bopp\n10\t0\t14\t1\t(433) Eros')"
+run show-list "Autumn Galaxies"
+check "the second list shares the comet and the minor planet" test "$(cut -f3,4,5 <<<"$out" | sed -n '5,9p')" = "$(printf '5\t421\tPolaris\n12\t2\tBackyard Double\n13\t1\tHale-Bopp\n14\t1\t(433) Eros\n13\t2\tEncke')"
+run show-list Empty
+check "an empty list is made" test "$rc" -eq 0 -a "$out" = $'Row\tTick\tClass\tPID\tName'
+run import lists --rows 2
+check "a list of a name the store holds is skipped" test "$out" = $'Ferry 2 Message\nImported 0 of 1, 1 lists skipped, 0 objects skipped'
+run show-list "summer night"
+check "show-list of no such list exits 1" test "$rc" -eq 1
+cd "$work/vesperal2"
+
 echo "cli: $passes passed, $failures failed"
 test "$failures" -eq 0

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # The window program and ferry2-cli, each on a fresh copy of the sample,
-# import the locations and then the instruments, and must leave the same
-# stores, the same log and the same messages. Runs under Wine.
+# import the locations, the instruments and the observing lists, and must
+# leave the same stores, the same log and the same messages. Runs under Wine.
 # usage: window_matches_cli.sh FERRY2_EXE FERRY2_DRIVE_EXE FERRY2_CLI_EXE MAKE_SAMPLE_EXE
 set -u
 exe=$(realpath "$1")
@@ -15,13 +15,15 @@ wine "$make_sample" by-cli >/dev/null && wine "$make_sample" by-window >/dev/nul
 
 (cd by-cli/vesperal2 &&
     { wine "$cli" --legacy '..\legacy' import locations
-      wine "$cli" import instruments; } | tr -d '\r' >../message.txt)
+      wine "$cli" import instruments
+      wine "$cli" import lists; } | tr -d '\r' >../message.txt)
 
 cd by-window/vesperal2
 printf '%s' '..\legacy' >ferry2.ini
 wine "$exe" </dev/null >/dev/null 2>&1 &
 program=$!
 { wine "$drive" ok && wine "$drive" import && wine "$drive" message &&
+  wine "$drive" next && wine "$drive" import && wine "$drive" message &&
   wine "$drive" next && wine "$drive" import && wine "$drive" message; } | tr -d '\r' >../message.txt
 wine "$drive" close
 # The program ends with its main window; one that is stuck is stopped.
@@ -37,7 +39,10 @@ wait "$program"
 cd "$work"
 
 failures=0
-for f in vesperal2/user/loc.bin vesperal2/user/instr.bin vesperal2/user/eyep.bin vesperal2/ferry2.log vesperal2/ferry2.ini message.txt; do
+lists=$(cd by-cli && ls vesperal2/user/lists/*)
+for f in vesperal2/user/loc.bin vesperal2/user/instr.bin vesperal2/user/eyep.bin $lists \
+         vesperal2/user/stellar.bin vesperal2/user/comet.bin vesperal2/user/mp.bin legacy/us_pid.bin \
+         vesperal2/ferry2.log vesperal2/ferry2.ini message.txt; do
     if cmp -s "by-cli/$f" "by-window/$f"; then
         echo "same: $f"
     else
@@ -48,4 +53,6 @@ done
 echo "message: $(tr '\n' ' ' <by-window/message.txt)"
 test "$(sed -n 2p by-window/message.txt)" = "Imported 6 of 9, 3 skipped" || failures=$((failures + 1))
 test "$(sed -n 4p by-window/message.txt)" = "Imported 5 of 6, 1 skipped" || failures=$((failures + 1))
+test "$(sed -n 6p by-window/message.txt)" = "Imported 3 of 5, 1 lists skipped, 0 objects skipped" ||
+    failures=$((failures + 1))
 test "$failures" -eq 0

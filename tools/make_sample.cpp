@@ -10,8 +10,12 @@
 
 #include <cstring>
 
+#include "catalog/comet_elements_text.h"
+#include "catalog/user_minor_planets.h"
+#include "catalog/user_stars.h"
 #include "legacy/legacy_instruments.h"
 #include "legacy/legacy_lists.h"
+#include "legacy/legacy_objects.h"
 #include "base/file_utils.h"
 #include "base/id_file.h"
 #include "stores/instrument_makers.h"
@@ -125,23 +129,73 @@ const std::vector<ScopeRow> kScopeModels = {
     {3, 1, 127.0, 1500.0, 1, 0, "Maksutov 127mm f/11.8"},
 };
 
-// An observing list of the index: its name, object count and the class of
-// its objects. A null name marks a free index row; `written` false leaves
-// the object file out, so the list cannot be opened.
+// One object of a version 1.x list: its class and the PID the list holds.
+// Catalogue PIDs are record numbers of the reference set that make-refdata
+// writes; the user classes (12 stars, 13 comets, 14 minor planets) hold the
+// PIDs of the version 1.x stellar.bin, comet.bin and mp.bin below.
+struct SampleObject {
+    uint8_t objectClass;
+    uint32_t pid;
+};
+
+constexpr SampleObject kM31{6, 4270}, kM33{6, 4590}, kM51{6, 8347}, kM81{6, 6293}, kNgc7331{6, 10023};
+constexpr SampleObject kM13{11, 135}, kM92{11, 150}, kM5{11, 125}, kM4{11, 131}, kM22{11, 185};
+constexpr SampleObject kM42{9, 170}, kM8{9, 270}, kM57{8, 93}, kM27{8, 111}, kM45{10, 657}, kM44{10, 416};
+constexpr SampleObject kVegaStar{5, 6990}, kAlbireo{5, 7405};
+// The version 1.x user objects: stars 1 "Vega" and 2 "HD 8890", which the
+// catalogues know by name, 3 and 4, which they don't; comet 2 (Hale-Bopp,
+// two sets of elements) and minor planet 1 (Eros), which two lists name.
+constexpr SampleObject kUserVega{12, 1}, kUserPolaris{12, 2}, kGardenStar{12, 3}, kDoubleStar{12, 4};
+constexpr SampleObject kHaleBopp{13, 2}, kEncke{13, 1}, kEros{14, 1};
+// Rows the importer drops without a word: class 0 and a fixed position.
+constexpr SampleObject kNoClass{0, 5}, kFixed{15, 77};
+
+// An observing list of the index. A null name marks a free index row;
+// `written` false leaves the object file out, so the list cannot be opened.
 struct SampleList {
     const char* name;
-    uint16_t objects;
-    uint8_t objectClass;
+    std::vector<SampleObject> objects;
     bool written;
 };
 
 const std::vector<SampleList> kLegacyLists = {
-    {"Messier Marathon", 12, 10, true},
-    {nullptr, 0, 0, false},
-    {"Summer Globulars", 5, 11, true},
-    {"Autumn Galaxies", 8, 6, true},
-    {"Messier Marathon", 3, 9, true},
-    {"Lost List", 4, 6, false},
+    {"Messier Marathon", {kM31, kM33, kM45, kM42, kM44, kM81, kM51, kM13, kM92, kM57, kM27, kM8}, true},
+    {nullptr, {}, false},
+    {"Summer Night", {kVegaStar, kAlbireo, kM13, kM57, kM27, kM22, kUserVega, kGardenStar, kHaleBopp, kEros}, true},
+    {"Autumn Galaxies", {kM31, kM33, kNgc7331, kUserPolaris, kDoubleStar, kHaleBopp, kEros, kEncke, kNoClass, kFixed},
+     true},
+    {"Messier Marathon", {kM4, kM5}, true},
+    {"Lost List", {kM31, kM33, kM51, kM81}, false},
+    {"Empty", {}, true},
+};
+
+// The version 1.x user objects' files: stars by name and J2000 place
+// (degrees), comets from lines of the Minor Planet Center's list of comet
+// elements (data/reference/orbits/cometels-excerpt.txt; Hale-Bopp a second
+// time at another epoch), minor planets by their elements.
+struct SampleStar {
+    uint32_t pid;
+    const char* name;
+    double raDegrees, decDegrees, magnitude;
+};
+const std::vector<SampleStar> kLegacyStars = {
+    {1, "Vega", 279.2347, 38.7837, 0.03},
+    {2, "HD 8890", 37.9529, 89.2641, 1.98},
+    {3, "Garden Star", 280.1, 37.2, 9.4},
+    {4, "Backyard Double", 18.5, 42.1, 8.7},
+};
+
+struct SampleComet {
+    uint16_t pid;
+    const char* line;
+};
+const std::vector<SampleComet> kLegacyComets = {
+    {1, "0002P         2027 02 10.2290  0.338672  0.847296  187.2837  334.0196   11.3480  20260531  11.5  6.0  "
+        "2P/Encke                                                 MPC191592"},
+    {2, "    CJ95O010  1997 03 29.0299  0.922046  0.994905  130.6979  281.7618   89.7572  20260531  -2.0  4.0  "
+        "C/1995 O1 (Hale-Bopp)                                    MPC194091"},
+    {2, "    CJ95O010  1997 03 29.0299  0.922046  0.994905  130.6979  281.7618   89.7572  19970401  -2.0  4.0  "
+        "C/1995 O1 (Hale-Bopp)                                    MPC194091"},
 };
 
 const char* const kIniFolders[8] = {"data/small/", "data/stars/", "data/gsc/", "maps/1/",
@@ -270,6 +324,18 @@ bool WriteInstrumentStore(const std::string& path) {
     return std::fclose(f.release()) == 0;
 }
 
+bool WriteFileImage(const std::string& path, const std::string& bytes) {
+    FilePtr f = OpenFile(path.c_str(), "wb");
+    return f && std::fwrite(bytes.data(), 1, bytes.size(), f.get()) == bytes.size() &&
+           std::fclose(f.release()) == 0;
+}
+
+template <class Layout, class R>
+void AppendImage(std::string& bytes, const R& record) {
+    const auto image = RecordImage<Layout>(record);
+    bytes.append(reinterpret_cast<const char*>(image.data()), image.size());
+}
+
 bool WriteLists(const std::string& dir) {
     std::string index(2, '\0');
     le::PutI16(reinterpret_cast<uint8_t*>(index.data()), static_cast<int16_t>(kLegacyLists.size()));
@@ -277,23 +343,81 @@ bool WriteLists(const std::string& dir) {
         const SampleList& list = kLegacyLists[i];
         uint8_t row[kLegacyListRowSize] = {};
         if (list.name) std::strncpy(reinterpret_cast<char*>(row), list.name, 32);
-        le::PutU16(row + 33, list.name ? list.objects : kLegacyFreeListRow);
+        le::PutU16(row + 33, list.name ? static_cast<uint16_t>(list.objects.size()) : kLegacyFreeListRow);
         index.append(reinterpret_cast<const char*>(row), sizeof row);
         if (!list.written) continue;
         std::string objects(kLegacyListHeaderSize, '\0');
-        for (uint16_t n = 0; n < list.objects; ++n) {
+        for (const SampleObject& o : list.objects) {
             uint8_t object[kLegacyListObjectSize] = {};
-            le::PutU32(object + 26, 1u + n * 7u);  // the catalogue record number
-            object[30] = list.objectClass;
+            object[16] = 2;  // the row's flags: computed values to be redone
+            le::PutU32(object + 26, o.pid);
+            object[30] = o.objectClass;
             objects.append(reinterpret_cast<const char*>(object), sizeof object);
         }
         char name[32];
         std::snprintf(name, sizeof name, "/obs.%03d", static_cast<int>(i));
-        FilePtr f = OpenFile((dir + name).c_str(), "wb");
-        if (!f || std::fwrite(objects.data(), 1, objects.size(), f.get()) != objects.size()) return false;
+        if (!WriteFileImage(dir + name, objects)) return false;
     }
-    FilePtr f = OpenFile((dir + "/obs.idx").c_str(), "wb");
-    return f && std::fwrite(index.data(), 1, index.size(), f.get()) == index.size();
+    return WriteFileImage(dir + "/obs.idx", index);
+}
+
+// stellar.bin: u16 count, four bytes not read, 47-byte star rows. No
+// us_pid.bin: the importer makes it.
+bool WriteLegacyStars(const std::string& dir) {
+    std::string bytes(6, '\0');
+    le::PutU16(reinterpret_cast<uint8_t*>(bytes.data()), static_cast<uint16_t>(kLegacyStars.size()));
+    for (const SampleStar& s : kLegacyStars) {
+        StellarRecord r;
+        if (!makeStellarRecord(&r, s.name, s.raDegrees * kDegree, s.decDegrees * kDegree, s.magnitude)) return false;
+        r.pid = s.pid;
+        AppendImage<StellarRecordLayout>(bytes, r);
+    }
+    return WriteFileImage(dir + "/stellar.bin", bytes);
+}
+
+// comet.bin: u16 count, two bytes not read, 101-byte rows, the rows of one
+// comet together.
+bool WriteLegacyComets(const std::string& dir) {
+    std::string bytes(4, '\0');
+    le::PutU16(reinterpret_cast<uint8_t*>(bytes.data()), static_cast<uint16_t>(kLegacyComets.size()));
+    for (const SampleComet& c : kLegacyComets) {
+        CometRecord r;
+        if (parseCometElementsLine(c.line, &r) != 1) return false;
+        LegacyCometRow row;
+        row.number = r.number;
+        row.letter = r.letter;
+        std::memcpy(row.name, r.name, sizeof row.name);
+        std::memcpy(row.iau, r.iau, sizeof row.iau);
+        row.pid = c.pid;
+        row.perihelionEpoch = r.perihelionEpoch;
+        row.epoch = r.epoch;
+        row.perihelionDistance = r.perihelionDistance;
+        row.eccentricity = r.eccentricity;
+        row.argPerihelion = r.argPerihelion;
+        row.node = r.node;
+        row.inclination = r.inclination;
+        row.brightnessG = r.brightnessG;
+        row.brightnessK = r.brightnessK;
+        row.coefficient = r.coefficient;
+        std::strncpy(row.source, "MPC", sizeof row.source - 1);
+        AppendImage<LegacyCometLayout>(bytes, row);
+    }
+    return WriteFileImage(dir + "/comet.bin", bytes);
+}
+
+// mp.bin: u32 count, four bytes not read, 116-byte rows with the legacy PID.
+bool WriteLegacyMinorPlanets(const std::string& dir) {
+    UserMpRecord eros, vesta;
+    if (!packUserMp(&eros, 433, "Eros", "MPC", 0.0, 0.0, 10.0, 1.458, 0.0, 0.223, 178.8, 304.3, 10.8, 0.0, 10.4, 0.46) ||
+        !packUserMp(&vesta, 4, "Vesta", "MPC", 0.0, 0.0, 20.9, 2.362, 0.0, 0.089, 151.2, 103.8, 7.14, 0.0, 3.2, 0.32))
+        return false;
+    eros.pid = 1;
+    vesta.pid = 2;
+    std::string bytes(8, '\0');
+    le::PutU32(reinterpret_cast<uint8_t*>(bytes.data()), 2);
+    AppendImage<UserMpLayout>(bytes, eros);
+    AppendImage<UserMpLayout>(bytes, vesta);
+    return WriteFileImage(dir + "/mp.bin", bytes);
 }
 
 bool WriteBytes(const std::string& path, const std::string& bytes, const char* mode) {
@@ -321,7 +445,8 @@ bool MakeLegacyFolder(const std::string& dir) {
     // charts.bin proves the folder; an empty chart list is enough.
     return WriteBytes(dir + "/charts.bin", std::string("\0\0", 2), "wb") &&
            WriteLocations(dir + "/loc.bin", kLegacySites) &&
-           WriteInstruments(dir + "/instr.bin") && WriteLists(dir);
+           WriteInstruments(dir + "/instr.bin") && WriteLists(dir) && WriteLegacyStars(dir) &&
+           WriteLegacyComets(dir) && WriteLegacyMinorPlanets(dir);
 }
 
 bool MakeDataFolder(const std::string& dir) {

@@ -4,6 +4,7 @@
 
 #include "data/resource.h"
 #include "legacy/import_instruments.h"
+#include "legacy/import_lists.h"
 #include "legacy/import_locations.h"
 #include "shell/page_content.h"
 #include "shell/win/app.h"
@@ -43,13 +44,13 @@ JobHost PageHost(HWND page) {
     return host;
 }
 
-// The jobs of the three list pages; the instrument and list jobs come with
-// their stores.
+// The jobs of the three list pages.
 void RunPageJob(HWND page) {
     const JobHost host = PageHost(page);
     switch (App().currentPage) {
         case kLocationsPage: ImportLocations(host); break;
         case kInstrumentsPage: ImportInstruments(host); break;
+        case kListsPage: ImportObservingLists(host); break;
         default: break;
     }
 }

@@ -1,5 +1,5 @@
 // The program's windows in-process: start-up, the path dialog, the tabs and
-// the Locations page's button.
+// the buttons of the Locations and Observing Lists pages.
 #include <windows.h>
 #include <commctrl.h>
 #include <gtest/gtest.h>
@@ -173,6 +173,37 @@ TEST_F(AppTest, ListsPageLogsEachListItShows) {
     EXPECT_EQ(PageTicks(), (std::vector<uint8_t>{1, 0}));
     DestroyWindow(App().mainWindow);
     EXPECT_EQ(ReadFileText("ferry2.log"), "index=  0 ret=  1 n=  0 Caldwell\t   2\n");
+}
+
+TEST_F(AppTest, ImportCheckedOnObservingListsMakesTheTickedLists) {
+    // Two lists of one catalogue star each; the second is unticked on the page.
+    Bytes index(2, 0);
+    PokeI16(index, 0, 2);
+    Bytes object(83, 0);
+    PokeU32(object, 26, 6990);
+    object[30] = 5;
+    for (const char* name : {"Summer", "Winter"}) {
+        Bytes row(35, 0);
+        std::memcpy(row.data(), name, std::strlen(name));
+        row[33] = 1;
+        index.insert(index.end(), row.begin(), row.end());
+        Bytes list(44, 0);
+        list.insert(list.end(), object.begin(), object.end());
+        WriteFileBytes(std::string("v1/obs.00") + (name[0] == 'S' ? "0" : "1"), list);
+    }
+    WriteFileBytes("v1/obs.idx", index);
+    StartAsking();
+    PressOk("v1");
+    SelectTab(2);
+    SendMessageA(PageTable(), WM_COMMAND, MAKEWPARAM(kTableListId, kTableTickChanged), 1);
+    SendMessageA(App().pageWindow, WM_COMMAND, MAKEWPARAM(IDC_IMPORT, BN_CLICKED), 0);
+    ASSERT_EQ(ShownMessages().size(), 1u);
+    EXPECT_EQ(ShownMessages()[0].text, "Imported 1 of 1, 0 lists skipped, 0 objects skipped");
+    const Bytes store = ReadFileBytes("user/lists/obs.idx");
+    ASSERT_EQ(store.size(), 2u + 58u);
+    EXPECT_EQ(std::string(reinterpret_cast<const char*>(store.data() + 2)), "Summer");
+    EXPECT_EQ(PeekI16(store, 2 + 48), 1);
+    EXPECT_EQ(PeekU32(ReadFileBytes("user/lists/obs.000"), 44 + 141), 6990u);
 }
 
 TEST(AppStart, SecondInstanceEndsAtOnceWithoutASign) {
