@@ -55,4 +55,15 @@ LocalClock LocalTime();
 using LocalTimeFn = LocalClock (*)();
 LocalTimeFn SetLocalTimeOverride(LocalTimeFn fn);
 
+// The moment as exchange files stamp it: a Windows file-time value (100 ns
+// units since 1601-01-01), taken from the system clock (UTC) and then passed
+// through the local-to-UTC file-time conversion, as the stamps of existing
+// exchange files were made (GetSystemTimeAsFileTime, LocalFileTimeToFileTime).
+uint64_t SystemFileTime();
+
+// Tests fix the stamp by installing a replacement; null restores the real
+// clock. Returns the replacement that was in force.
+using SystemFileTimeFn = uint64_t (*)();
+SystemFileTimeFn SetSystemFileTimeOverride(SystemFileTimeFn fn);
+
 }  // namespace platform

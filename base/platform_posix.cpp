@@ -61,4 +61,17 @@ LocalClock SystemLocalTime() {
                       local.tm_hour,        local.tm_min,     local.tm_sec};
 }
 
+// The system clock in file-time units, then shifted as the Windows
+// local-to-UTC conversion does: by the zone's present offset from UTC.
+uint64_t SystemClockFileTime() {
+    constexpr int64_t kUnitsPerSecond = 10000000;
+    constexpr int64_t k1601To1970 = 11644473600LL * kUnitsPerSecond;
+    timespec now{};
+    clock_gettime(CLOCK_REALTIME, &now);
+    std::tm local{};
+    localtime_r(&now.tv_sec, &local);
+    const int64_t utc = static_cast<int64_t>(now.tv_sec) * kUnitsPerSecond + now.tv_nsec / 100 + k1601To1970;
+    return static_cast<uint64_t>(utc - static_cast<int64_t>(local.tm_gmtoff) * kUnitsPerSecond);
+}
+
 }  // namespace platform

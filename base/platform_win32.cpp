@@ -57,4 +57,11 @@ LocalClock SystemLocalTime() {
     return LocalClock{t.wYear, t.wMonth, t.wDay, t.wHour, t.wMinute, t.wSecond};
 }
 
+uint64_t SystemClockFileTime() {
+    FILETIME system{}, converted{};
+    GetSystemTimeAsFileTime(&system);
+    if (!LocalFileTimeToFileTime(&system, &converted)) converted = system;
+    return (static_cast<uint64_t>(converted.dwHighDateTime) << 32) | converted.dwLowDateTime;
+}
+
 }  // namespace platform

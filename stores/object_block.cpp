@@ -1,0 +1,283 @@
+#include "stores/object_block.h"
+
+#include <cctype>
+#include <cmath>
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "base/file_io.h"
+#include "base/file_utils.h"
+#include "base/le_bytes.h"
+#include "base/prefix_match.h"
+#include "base/record_layout.h"
+#include "catalog/comet_files.h"
+#include "catalog/object_record.h"
+#include "catalog/user_comets.h"
+#include "catalog/user_deep_sky.h"
+#include "catalog/user_minor_planets.h"
+#include "catalog/user_stars.h"
+
+namespace {
+
+int WriteU16(FILE* out, uint16_t v) {
+    uint8_t b[2];
+    le::PutU16(b, v);
+    return FileWrite(b, sizeof b, out) == sizeof b;
+}
+
+int WriteU32(FILE* out, uint32_t v) {
+    uint8_t b[4];
+    le::PutU32(b, v);
+    return FileWrite(b, sizeof b, out) == sizeof b;
+}
+
+int ReadU16(FILE* in, uint16_t* v) {
+    uint8_t b[2];
+    if (FileRead(b, sizeof b, in) != sizeof b) return 0;
+    *v = le::GetU16(b);
+    return 1;
+}
+
+int ReadU32(FILE* in, uint32_t* v) {
+    uint8_t b[4];
+    if (FileRead(b, sizeof b, in) != sizeof b) return 0;
+    *v = le::GetU32(b);
+    return 1;
+}
+
+// The record of `pid` in a star or deep-sky store, or a zero record when the
+// store or the object isn't there. 0 when a store that is there can't be read.
+template <class Record, class Open, class ReadRow>
+int FindSupplemental(const char* path, Open open, ReadRow readRow, uint32_t pid, Record* out) {
+    *out = Record{};
+    if (!FileExists(path)) return 1;
+    long count = 0;
+    FilePtr store = open(&count);
+    if (!store) return 0;
+    for (long row = 0; row < count; ++row) {
+        Record r;
+        if (!readRow(store.get(), &r, row)) return 0;
+        if (r.pid == pid) {
+            *out = r;
+            return 1;
+        }
+    }
+    return 1;
+}
+
+int WriteComets(FILE* out, uint32_t pid) {
+    std::vector<CometRecord> rows;
+    if (FileExists(kUserCometPath)) {
+        FilePtr store = OpenRegularFile(kUserCometPath, "rb");
+        CometWalk walk;
+        if (!store || !beginCometWalk(&walk, store.get())) return 0;
+        CometRecord r;
+        while (nextCometRow(&walk, &r) >= 0)
+            if (r.pid == pid) rows.push_back(r);
+        if (walk.row != walk.count) return 0;
+    }
+    if (!WriteU16(out, static_cast<uint16_t>(rows.size()))) return 0;
+    for (const CometRecord& r : rows)
+        if (!WriteRecord<CometLayout>(out, r)) return 0;
+    return 1;
+}
+
+int WriteMinorPlanets(FILE* out, uint32_t pid) {
+    std::vector<UserMpRecord> rows;
+    if (FileExists(kUserMpPath)) {
+        FilePtr store = OpenRegularFile(kUserMpPath, "rb");
+        std::vector<UserMpRecord> all;
+        if (!store || !readUserMpAll(store.get(), &all, nullptr)) return 0;
+        for (const UserMpRecord& r : all)
+            if (r.pid == pid) rows.push_back(r);
+    }
+    if (!WriteU32(out, static_cast<uint32_t>(rows.size()))) return 0;
+    for (const UserMpRecord& r : rows)
+        if (!WriteRecord<UserMpLayout>(out, r)) return 0;
+    return 1;
+}
+
+// A zero record stands for an object that was gone when the file was made.
+template <class Record>
+bool IsEmptyRecord(const Record& r) {
+    return r.pid == 0 && r.name[0] == '\0';
+}
+
+// Adds the star or deep-sky object by the store's add rule, which gives the
+// PID. The alphabetical index has not learnt the name: it goes, and the
+// next search by name builds it again.
+template <class Record, class Layout, class Open, class Add, class Drop>
+int ReadSupplemental(FILE* in, uint32_t* pid, Open open, Add add, Drop drop) {
+    Record r;
+    if (!ReadRecord<Layout>(in, r)) return 0;
+    if (IsEmptyRecord(r)) return 1;
+    FilePtr store = open(nullptr);
+    if (!store || add(store.get(), &r) == 0) return 0;
+    store.reset();
+    drop();
+    *pid = r.pid;
+    return 1;
+}
+
+template <size_t N>
+std::string Ended(const char (&text)[N]) {
+    return std::string(text, strnlen(text, N));
+}
+
+// The store's own test for "the same comet", which gave the added row its
+// PID: type letter and number agree, and for a comet without a number the
+// added name and designation begin the stored ones.
+bool SameComet(const CometRecord& row, const CometRecord& added) {
+    if (row.letter != added.letter || row.number != added.number) return false;
+    if (added.number != 0) return true;
+    return PrefixMatch(Ended(added.name).c_str(), Ended(row.name).c_str()) &&
+           PrefixMatch(Ended(added.iau).c_str(), Ended(row.iau).c_str());
+}
+
+// The PID the store holds the comet under: the first row that is the same
+// comet, as the add rule looks for it.
+int CometPid(FILE* store, const CometRecord& added, uint32_t* pid) {
+    CometWalk walk;
+    if (!beginCometWalk(&walk, store)) return 0;
+    CometRecord r;
+    while (nextCometRow(&walk, &r) >= 0) {
+        if (SameComet(r, added)) {
+            *pid = r.pid;
+            return 1;
+        }
+    }
+    return 0;
+}
+
+// Each row goes through the add rule; all rows of one comet come out under
+// one PID. A row already there with the same elements changes nothing and
+// still names the comet.
+int ReadComets(FILE* in, uint32_t* pid) {
+    uint16_t count = 0;
+    if (!ReadU16(in, &count)) return 0;
+    if (count == 0) return 1;
+    FilePtr store = openUserComets(nullptr);
+    if (!store) return 0;
+    for (uint16_t i = 0; i < count; ++i) {
+        CometRecord r;
+        if (!ReadRecord<CometLayout>(in, r)) return 0;
+        bool writeFailed = false;
+        const int added = addOrReplaceUserComet(store.get(), r, &writeFailed);
+        if (added == 0 || writeFailed) return 0;
+        if (!CometPid(store.get(), r, pid)) return 0;
+    }
+    return 1;
+}
+
+bool NameBegins(const UserMpRecord& row, const char* name) {
+    const size_t n = strnlen(name, sizeof row.name);
+    if (n == 0) return false;
+    for (size_t i = 0; i < n; ++i)
+        if (std::toupper(static_cast<unsigned char>(row.name[i])) != std::toupper(static_cast<unsigned char>(name[i])))
+            return false;
+    return true;
+}
+
+// The row the add rule found for elements of an epoch the store had: by
+// number first, by name otherwise, as the rule looks.
+int MinorPlanetPid(FILE* store, const UserMpRecord& added, uint32_t* pid) {
+    std::vector<UserMpRecord> rows;
+    if (!readUserMpAll(store, &rows, nullptr)) return 0;
+    const auto sameEpoch = [&](const UserMpRecord& r) {
+        return std::fabs(r.epoch - added.epoch) < kUserMpEpochTolerance;
+    };
+    if (added.number != 0) {
+        for (const UserMpRecord& r : rows) {
+            if (r.number == added.number && sameEpoch(r)) {
+                *pid = r.pid;
+                return 1;
+            }
+        }
+    }
+    for (const UserMpRecord& r : rows) {
+        if (NameBegins(r, added.name) && sameEpoch(r)) {
+            *pid = r.pid;
+            return 1;
+        }
+    }
+    return 0;
+}
+
+// Rows of another epoch become an object of their own under the store's add
+// rule; the list names the object of the first row, which is the newest
+// elements, since the store keeps an object's rows newest first.
+int ReadMinorPlanets(FILE* in, uint32_t* pid, ObjectBlockImport* import) {
+    uint32_t count = 0;
+    if (!ReadU32(in, &count)) return 0;
+    if (count == 0) return 1;
+    if (count > kUserMpMaxRows) return 0;
+    uint32_t stored = 0;
+    FilePtr store = openUserMp(&stored);
+    if (!store) return 0;
+    for (uint32_t i = 0; i < count; ++i) {
+        UserMpRecord r;
+        if (!ReadRecord<UserMpLayout>(in, r)) return 0;
+        const int added = addOrReplaceUserMp(store.get(), r, &stored);
+        if (added == 0) return 0;
+        if (added == 1 && import) import->minorPlanetsAdded = true;
+        if (i > 0) continue;
+        uint32_t lastPid = 0;
+        if (added == 1) {
+            if (!readUserMpHead(store.get(), &stored, &lastPid)) return 0;
+            *pid = lastPid;
+        } else if (!MinorPlanetPid(store.get(), r, pid)) {
+            return 0;
+        }
+    }
+    return 1;
+}
+
+}  // namespace
+
+int ObjectBlockWrite(FILE* out, int objectClass, uint32_t pid) {
+    if (!out) return 0;
+    switch (objectClass) {
+        case kClassSupplementalStar: {
+            StellarRecord r;
+            if (!FindSupplemental(kStellarPath, openStellarForReading, readStellarRow, pid, &r)) return 0;
+            return WriteRecord<StellarRecordLayout>(out, r);
+        }
+        case kClassSupplementalDeepSky: {
+            UdsRecord r;
+            if (!FindSupplemental(kUdsPath, openUdsForReading, readUdsRow, pid, &r)) return 0;
+            return WriteRecord<UdsRecordLayout>(out, r);
+        }
+        case kClassUserComet:
+            return WriteComets(out, pid);
+        case kClassUserMinorPlanet:
+            return WriteMinorPlanets(out, pid);
+        default:
+            return 1;
+    }
+}
+
+int ObjectBlockRead(FILE* in, int objectClass, uint32_t* pid, ObjectBlockImport* import) {
+    if (!in || !pid) return 0;
+    switch (objectClass) {
+        case kClassSupplementalStar:
+            return ReadSupplemental<StellarRecord, StellarRecordLayout>(in, pid, openStellar, addOrReplaceStellar,
+                                                                        dropStellarIndexes);
+        case kClassSupplementalDeepSky:
+            return ReadSupplemental<UdsRecord, UdsRecordLayout>(in, pid, openUds, addOrReplaceUds, dropUdsIndexes);
+        case kClassUserComet:
+            return ReadComets(in, pid);
+        case kClassUserMinorPlanet:
+            return ReadMinorPlanets(in, pid, import);
+        default:
+            return 1;
+    }
+}
+
+int ObjectBlockFinish(ObjectBlockImport* import) {
+    if (!import || !import->minorPlanetsAdded) return 1;
+    import->minorPlanetsAdded = false;
+    uint32_t count = 0;
+    FilePtr store = openUserMp(&count);
+    return store && sortUserMp(&store, &count) ? 1 : 0;
+}
