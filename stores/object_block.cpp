@@ -1,15 +1,11 @@
 #include "stores/object_block.h"
 
-#include <cctype>
-#include <cmath>
 #include <cstring>
-#include <string>
 #include <vector>
 
 #include "base/file_io.h"
 #include "base/file_utils.h"
 #include "base/le_bytes.h"
-#include "base/prefix_match.h"
 #include "base/record_layout.h"
 #include "catalog/comet_files.h"
 #include "catalog/object_record.h"
@@ -120,36 +116,6 @@ int ReadSupplemental(FILE* in, uint32_t* pid, Open open, Add add, Drop drop) {
     return 1;
 }
 
-template <size_t N>
-std::string Ended(const char (&text)[N]) {
-    return std::string(text, strnlen(text, N));
-}
-
-// The store's own test for "the same comet", which gave the added row its
-// PID: type letter and number agree, and for a comet without a number the
-// added name and designation begin the stored ones.
-bool SameComet(const CometRecord& row, const CometRecord& added) {
-    if (row.letter != added.letter || row.number != added.number) return false;
-    if (added.number != 0) return true;
-    return PrefixMatch(Ended(added.name).c_str(), Ended(row.name).c_str()) &&
-           PrefixMatch(Ended(added.iau).c_str(), Ended(row.iau).c_str());
-}
-
-// The PID the store holds the comet under: the first row that is the same
-// comet, as the add rule looks for it.
-int CometPid(FILE* store, const CometRecord& added, uint32_t* pid) {
-    CometWalk walk;
-    if (!beginCometWalk(&walk, store)) return 0;
-    CometRecord r;
-    while (nextCometRow(&walk, &r) >= 0) {
-        if (SameComet(r, added)) {
-            *pid = r.pid;
-            return 1;
-        }
-    }
-    return 0;
-}
-
 // Each row goes through the add rule; all rows of one comet come out under
 // one PID. A row already there with the same elements changes nothing and
 // still names the comet.
@@ -163,45 +129,11 @@ int ReadComets(FILE* in, uint32_t* pid) {
         CometRecord r;
         if (!ReadRecord<CometLayout>(in, r)) return 0;
         bool writeFailed = false;
-        const int added = addOrReplaceUserComet(store.get(), r, &writeFailed);
-        if (added == 0 || writeFailed) return 0;
-        if (!CometPid(store.get(), r, pid)) return 0;
+        uint16_t stored = 0;
+        if (addOrReplaceUserComet(store.get(), r, &writeFailed, &stored) == 0 || writeFailed) return 0;
+        *pid = stored;
     }
     return 1;
-}
-
-bool NameBegins(const UserMpRecord& row, const char* name) {
-    const size_t n = strnlen(name, sizeof row.name);
-    if (n == 0) return false;
-    for (size_t i = 0; i < n; ++i)
-        if (std::toupper(static_cast<unsigned char>(row.name[i])) != std::toupper(static_cast<unsigned char>(name[i])))
-            return false;
-    return true;
-}
-
-// The row the add rule found for elements of an epoch the store had: by
-// number first, by name otherwise, as the rule looks.
-int MinorPlanetPid(FILE* store, const UserMpRecord& added, uint32_t* pid) {
-    std::vector<UserMpRecord> rows;
-    if (!readUserMpAll(store, &rows, nullptr)) return 0;
-    const auto sameEpoch = [&](const UserMpRecord& r) {
-        return std::fabs(r.epoch - added.epoch) < kUserMpEpochTolerance;
-    };
-    if (added.number != 0) {
-        for (const UserMpRecord& r : rows) {
-            if (r.number == added.number && sameEpoch(r)) {
-                *pid = r.pid;
-                return 1;
-            }
-        }
-    }
-    for (const UserMpRecord& r : rows) {
-        if (NameBegins(r, added.name) && sameEpoch(r)) {
-            *pid = r.pid;
-            return 1;
-        }
-    }
-    return 0;
 }
 
 // Rows of another epoch become an object of their own under the store's add
@@ -218,17 +150,11 @@ int ReadMinorPlanets(FILE* in, uint32_t* pid, ObjectBlockImport* import) {
     for (uint32_t i = 0; i < count; ++i) {
         UserMpRecord r;
         if (!ReadRecord<UserMpLayout>(in, r)) return 0;
-        const int added = addOrReplaceUserMp(store.get(), r, &stored);
+        uint32_t rowPid = 0;
+        const int added = addOrReplaceUserMp(store.get(), r, &stored, &rowPid);
         if (added == 0) return 0;
         if (added == 1 && import) import->minorPlanetsAdded = true;
-        if (i > 0) continue;
-        uint32_t lastPid = 0;
-        if (added == 1) {
-            if (!readUserMpHead(store.get(), &stored, &lastPid)) return 0;
-            *pid = lastPid;
-        } else if (!MinorPlanetPid(store.get(), r, pid)) {
-            return 0;
-        }
+        if (i == 0) *pid = rowPid;
     }
     return 1;
 }
