@@ -1,10 +1,14 @@
 #include "cli/lists_verb.h"
 
 #include <cstdio>
+#include <cstring>
 
 #include "catalog/display_name.h"
+#include "base/platform.h"
 #include "cli/exit_status.h"
+#include "cli/progress_bar.h"
 #include "cli/shown_text.h"
+#include "stores/list_exchange.h"
 #include "stores/list_store.h"
 
 const char kListsSynopsis[] =
@@ -18,7 +22,21 @@ const char kListsDetails[] =
     "                 the row number from 1, the tick (1 or 0), the class code,\n"
     "                 the PID and the object's display name, separated by tabs.\n"
     "                 An object the catalogues don't know shows an empty name.\n"
-    "                 Exit 1 when there is no such list.\n";
+    "                 Exit 1 when there is no such list.\n"
+    "  export-list NAME FILE\n"
+    "                 writes the list to an exchange file: the list's name as\n"
+    "                 title, its description, its rows, and the records of the\n"
+    "                 user's own stars, deep-sky objects, comets and minor\n"
+    "                 planets it names, so that another Vesperal 2 folder can\n"
+    "                 make them again. Prints the number of rows written.\n"
+    "  import-list FILE\n"
+    "                 adds the rows of an exchange file to the list of its name,\n"
+    "                 made when there is none, takes the file's description,\n"
+    "                 and makes the user's own objects it carries in this\n"
+    "                 folder's stores (where they may get new PIDs). Prints the\n"
+    "                 list's name and the rows added. A file that is no list\n"
+    "                 exchange file, or asks for notes, links, images or log\n"
+    "                 entries, is refused before anything is written (exit 1).\n";
 
 namespace {
 
@@ -40,6 +58,62 @@ int RunShowList(const std::vector<std::string>& words) {
     return kExitDone;
 }
 
+// The export reports each tenth of the rows it has written.
+struct ExportProgress {
+    ProgressBar bar;
+    int percent = 0;
+};
+
+void ShowProgress(int step, void* context) {
+    auto* p = static_cast<ExportProgress*>(context);
+    p->percent += step;
+    ProgressUpdate(&p->bar, p->bar.total * p->percent / 100);
+}
+
+int RunExportList(const std::vector<std::string>& words) {
+    if (words.size() != 2) return VerbUsage("export-list", "give the list's name and the file to write");
+    const int slot = ListFindByName(words[0].c_str(), nullptr);
+    int count = 0;
+    if (slot < 0 || !ListOpenItems(slot, &count)) return VerbFailed("export-list", "no observing list of that name");
+    std::string description;
+    ListReadDescription(slot, &description);
+    FilePtr file = ListExportBegin(words[1].c_str(), words[0].c_str(), description.c_str());
+    if (!file) return VerbFailed("export-list", "cannot write the file");
+    ExportProgress progress;
+    ProgressBegin(&progress.bar, "Exporting", count);
+    const int written = ListExportWrite(file.get(), slot, 0, ShowProgress, &progress);
+    ProgressEnd(&progress.bar);
+    if (!written || std::fclose(file.release()) != 0) {
+        platform::RemoveFile(words[1].c_str());
+        return VerbFailed("export-list", "the list could not be written whole; no file is left");
+    }
+    std::printf("%d rows written\n", count);
+    return kExitDone;
+}
+
+int RunImportList(const std::vector<std::string>& words) {
+    if (words.size() != 1) return VerbUsage("import-list", "give the exchange file");
+    ListImport state;
+    ExchangeHeader header;
+    std::string description;
+    if (!ListImportBegin(&state, words[0].c_str(), 10, &header, &description))
+        return VerbFailed("import-list", "not a list exchange file this program can take, or the list can't be written");
+    ProgressBar bar;
+    ProgressBegin(&bar, "Importing", state.body.itemCount);
+    int step = 0;
+    while ((step = ListImportStep(&state, nullptr)) == 1) ProgressUpdate(&bar, state.done);
+    ProgressEnd(&bar);
+    const int added = state.itemCount - state.countBefore;
+    if (step < 0) {
+        ListImportEnd(&state, true);
+        return VerbFailed("import-list", "the file could not be read whole; the list is as it was");
+    }
+    if (!ListImportEnd(&state, false)) return VerbFailed("import-list", "the list could not be committed");
+    const std::string name(state.body.name, strnlen(state.body.name, sizeof state.body.name));
+    std::printf("%s\t%d rows added\n", ShownField(name).c_str(), added);
+    return kExitDone;
+}
+
 }  // namespace
 
 bool IsListsVerb(const std::string& verb) {
@@ -48,5 +122,6 @@ bool IsListsVerb(const std::string& verb) {
 
 int RunLists(const std::string& verb, const std::vector<std::string>& words) {
     if (verb == "show-list") return RunShowList(words);
-    return VerbUsage(verb.c_str(), "not yet");
+    if (verb == "export-list") return RunExportList(words);
+    return RunImportList(words);
 }

@@ -109,10 +109,10 @@ constexpr Verb kVerbs[] = {
 };
 
 const char kAbout[] =
-    "Moves observing locations and instruments from a Vesperal 1.x folder into\n"
-    "the Vesperal 2 data folder. Run it in the Vesperal 2 data folder: it\n"
-    "resolves the data folders from vesperal.ini there, as the window program\n"
-    "does.\n";
+    "Moves observing locations, instruments and observing lists from a Vesperal\n"
+    "1.x folder into the Vesperal 2 data folder. Run it in the Vesperal 2 data\n"
+    "folder: it resolves the data folders from vesperal.ini there, as the window\n"
+    "program does.\n";
 
 const char kCommonOptions[] =
     "  --legacy DIR   the Vesperal 1.x folder; without it, the folder last\n"

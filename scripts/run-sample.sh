@@ -2,10 +2,11 @@
 # Builds ferry2-cli, writes the sample folders into sample/ (made afresh each
 # time), with a reference set from the public catalogues and series in
 # data/reference under sample/vesperal2/data/ and the planet engine's tables
-# in sample/vesperal2/solar/, and runs the location and instrument imports
-# there: each page's rows, each job's final message, the lines they wrote to
-# ferry2.log, a check of both folders afterwards, and a look at one star of
-# the reference set.
+# in sample/vesperal2/solar/, and runs the location, instrument and
+# observing-list imports there: each page's rows, each job's final message
+# (the list import first as a dry run), the lines they wrote to ferry2.log,
+# the imported lists read back, a check of both folders afterwards, and a
+# look at one star of the reference set.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 top=$PWD
@@ -35,6 +36,20 @@ echo "\$ ferry2-cli list instruments"
 echo
 echo "\$ ferry2-cli import instruments"
 "$top/build-sample/ferry2-cli" import instruments || status=$?
+echo
+echo "\$ ferry2-cli list lists"
+"$top/build-sample/ferry2-cli" list lists
+echo
+echo "\$ ferry2-cli import lists --dry-run"
+"$top/build-sample/ferry2-cli" import lists --dry-run || status=$?
+echo
+echo "\$ ferry2-cli import lists"
+"$top/build-sample/ferry2-cli" import lists || status=$?
+for list in "Messier Marathon" "Summer Night" "Autumn Galaxies"; do
+    echo
+    echo "\$ ferry2-cli show-list \"$list\""
+    "$top/build-sample/ferry2-cli" show-list "$list" || status=$?
+done
 echo
 echo "ferry2.log:"
 cat ferry2.log

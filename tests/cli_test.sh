@@ -616,6 +616,24 @@ run import lists --rows 2
 check "a list of a name the store holds is skipped" test "$out" = $'Ferry 2 Message\nImported 0 of 1, 1 lists skipped, 0 objects skipped'
 run show-list "summer night"
 check "show-list of no such list exits 1" test "$rc" -eq 1
+# The list through an exchange file into a folder without lists or objects.
+run show-list "Summer Night"
+summer=$out
+run export-list "Summer Night" "$work/summer.lst"
+check "export-list" test "$rc" -eq 0 -a "$out" = "10 rows written"
+check "exchange file begins with the magic, version and kind" \
+    test "$(od -An -tx1 -N6 "$work/summer.lst" | tr -d ' ')" = "03d902006601"
+mkdir -p "$work/other/maps/1" "$work/other/maps/2" "$work/other/maps/3"
+cp vesperal.ini "$work/other/"
+cd "$work/other"
+printf 'not a list\n' >"$work/text.lst"
+run import-list "$work/text.lst"
+check "a file that is no exchange file is refused and writes nothing" test "$rc" -eq 1 -a ! -e user/lists/obs.000
+run import-list "$work/summer.lst"
+check "import-list" test "$rc" -eq 0 -a "$out" = $'Summer Night\t10 rows added'
+run show-list "Summer Night"
+check "the imported list names the same objects" test "$out" = "$summer"
+cd "$work/lists/vesperal2"
 cd "$work/vesperal2"
 
 echo "cli: $passes passed, $failures failed"
