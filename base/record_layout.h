@@ -273,6 +273,33 @@ inline int WriteCount16(FILE* stream, int count) {
     return FileWrite(b, 2, stream) == 2 ? 1 : 0;
 }
 
+// Single little-endian words at the stream's position; 1 on success.
+inline int ReadU16(FILE* stream, uint16_t* value) {
+    uint8_t b[2];
+    if (FileRead(b, sizeof b, stream) != sizeof b) return 0;
+    *value = le::GetU16(b);
+    return 1;
+}
+
+inline int ReadU32(FILE* stream, uint32_t* value) {
+    uint8_t b[4];
+    if (FileRead(b, sizeof b, stream) != sizeof b) return 0;
+    *value = le::GetU32(b);
+    return 1;
+}
+
+inline int WriteU16(FILE* stream, uint16_t value) {
+    uint8_t b[2];
+    le::PutU16(b, value);
+    return FileWrite(b, sizeof b, stream) == sizeof b ? 1 : 0;
+}
+
+inline int WriteU32(FILE* stream, uint32_t value) {
+    uint8_t b[4];
+    le::PutU32(b, value);
+    return FileWrite(b, sizeof b, stream) == sizeof b ? 1 : 0;
+}
+
 // Lays one record inside another: every field of the inner layout lands
 // `base` bytes further on.
 template <class Io>

@@ -14,26 +14,6 @@ constexpr const char* kMinorPlanetFile = "mp.bin";
 constexpr const char* kStellarFile = "stellar.bin";
 constexpr const char* kPidMapFile = "us_pid.bin";
 
-int ReadU16(FILE* stream, uint16_t* out) {
-    uint8_t b[2];
-    if (FileRead(b, sizeof b, stream) != sizeof b) return 0;
-    *out = le::GetU16(b);
-    return 1;
-}
-
-int ReadU32(FILE* stream, uint32_t* out) {
-    uint8_t b[4];
-    if (FileRead(b, sizeof b, stream) != sizeof b) return 0;
-    *out = le::GetU32(b);
-    return 1;
-}
-
-int WriteU32(FILE* stream, uint32_t value) {
-    uint8_t b[4];
-    le::PutU32(b, value);
-    return FileWrite(b, sizeof b, stream) == sizeof b ? 1 : 0;
-}
-
 // Seeks to a place given as a wider number; 0 when it doesn't fit a long.
 int SeekTo(FILE* stream, long long place) {
     if (place < 0 || place > LONG_MAX) return 0;

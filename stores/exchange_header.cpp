@@ -50,9 +50,7 @@ int ExchangeReadHeader(FILE* file, ExchangeHeader* header, std::string* descript
 }
 
 int ExchangeSetRecordCount(FILE* file, uint32_t count) {
-    uint8_t bytes[4];
-    le::PutU32(bytes, count);
     if (!file || std::fseek(file, kExchangeRecordCountOffset, SEEK_SET) != 0) return 0;
-    if (FileWrite(bytes, sizeof bytes, file) != sizeof bytes) return 0;
+    if (!WriteU32(file, count)) return 0;
     return std::fflush(file) == 0 && std::fseek(file, 0, SEEK_END) == 0 ? 1 : 0;
 }

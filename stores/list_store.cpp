@@ -211,9 +211,8 @@ int ListReadDescription(int slot, std::string* textOut) {
     const std::string path = ListDescriptionPath(slot);
     FilePtr f = OpenRegularFile(path.c_str(), "rb");
     if (!f || !textOut) return 0;
-    uint8_t head[4];
-    if (FileRead(head, sizeof head, f.get()) != sizeof head) return 0;
-    const uint32_t length = le::GetU32(head);
+    uint32_t length = 0;
+    if (!ReadU32(f.get(), &length)) return 0;
     // A length past the end of the file is damage, not a text to allocate.
     if (static_cast<uint64_t>(length) + 5 > FileSize(path.c_str())) return 0;
     std::string text(length, '\0');
@@ -231,9 +230,7 @@ int ListWriteDescription(int slot, const char* text) {
     const std::string fresh = path + ".new";
     {
         FilePtr f = OpenFile(fresh.c_str(), "wb");
-        uint8_t head[4];
-        le::PutU32(head, static_cast<uint32_t>(body.size()));
-        const bool written = f && FileWrite(head, sizeof head, f.get()) == sizeof head &&
+        const bool written = f && WriteU32(f.get(), static_cast<uint32_t>(body.size())) &&
                              FileWrite(body.c_str(), body.size() + 1, f.get()) == body.size() + 1;
         if (!written || std::fclose(f.release()) != 0) {
             platform::RemoveFile(fresh.c_str());

@@ -16,32 +16,6 @@
 
 namespace {
 
-int WriteU16(FILE* out, uint16_t v) {
-    uint8_t b[2];
-    le::PutU16(b, v);
-    return FileWrite(b, sizeof b, out) == sizeof b;
-}
-
-int WriteU32(FILE* out, uint32_t v) {
-    uint8_t b[4];
-    le::PutU32(b, v);
-    return FileWrite(b, sizeof b, out) == sizeof b;
-}
-
-int ReadU16(FILE* in, uint16_t* v) {
-    uint8_t b[2];
-    if (FileRead(b, sizeof b, in) != sizeof b) return 0;
-    *v = le::GetU16(b);
-    return 1;
-}
-
-int ReadU32(FILE* in, uint32_t* v) {
-    uint8_t b[4];
-    if (FileRead(b, sizeof b, in) != sizeof b) return 0;
-    *v = le::GetU32(b);
-    return 1;
-}
-
 // The record of `pid` in a star or deep-sky store, or a zero record when the
 // store or the object isn't there. 0 when a store that is there can't be read.
 template <class Record, class Open, class ReadRow>
