@@ -69,6 +69,13 @@ check "rows numbered from 1, all ticked" test "$(sed -n 2p <<<"$out")" = $'1\t1\
 check "empty name keeps its row" test "$(sed -n 7p <<<"$out")" = $'6\t1\t'
 check "accepted folder remembered without line end" test "$(cat ferry2.ini)" = "../legacy" -a "$(wc -c <ferry2.ini)" -eq 9
 
+# A dry run says what the import would do and changes nothing.
+log_before=$(wc -c <ferry2.log)
+run import locations --dry-run
+check "dry run of the location import" test "$rc" -eq 0 -a "$(tail -n 2 <<<"$out")" = $'Ferry 2 Message\nImported 6 of 9, 3 skipped'
+check "dry run leaves the store and the log" \
+    test "$(wc -c <user/loc.bin)" -eq $((2 + 135 * 2)) -a "$(wc -c <ferry2.log)" -eq "$log_before"
+
 # The import takes the remembered folder.
 run import locations
 check "import exits 0" test "$rc" -eq 0
