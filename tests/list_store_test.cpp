@@ -295,6 +295,12 @@ TEST_F(ListStoreTest, FailingReadsAndWritesLeaveTheOtherListsAndTheOldTextsAsThe
              if (!ListRemoveItem(items.get(), 0, &count)) return 0;
              return ListCloseItems(std::move(items), 1, count);
          }, 3},
+        {"remove ticked", [] {
+             int count = 0;
+             FilePtr items = ListOpenItems(1, &count);
+             if (!ListRemoveTicked(items.get(), &count)) return 0;
+             return ListCloseItems(std::move(items), 1, count);
+         }, 3},
         {"move", [] {
              int count = 0;
              FilePtr items = ListOpenItems(1, &count);
@@ -332,6 +338,10 @@ TEST_F(ListStoreTest, FailingReadsAndWritesLeaveTheOtherListsAndTheOldTextsAsThe
                     // The worked list's count is the old one or the new one.
                     const int16_t count = PeekI16(after, 2 + 58 + 48);
                     EXPECT_TRUE(count == 300 || count == 299 || count == 301 || count == -1) << count;
+                    // A read that fails fails the operation.
+                    if (fired && kind == FileOp::kRead) {
+                        EXPECT_EQ(result, 0);
+                    }
                     if (!fired) {
                         EXPECT_EQ(result, 1);
                         break;
