@@ -398,6 +398,17 @@ TEST_F(ListExchangeTest, AFileOfAnotherKindVersionOrContentLeavesTheStoresAlone)
     }
 }
 
+TEST_F(ListExchangeTest, AFileCutShortFailsItsStepAndLeavesNoList) {
+    const int slot = MakeList("Autumn", {{kClassStar, 7}, {kClassGalaxy, 31}, {kClassStar, 9}});
+    ASSERT_EQ(Export(slot, "t", "abc"), 1);
+    ASSERT_EQ(ListDelete(slot), 1);
+    Bytes cut = ReadFileBytes(ExchangePath());
+    cut.resize(cut.size() - 3);  // the last key loses its PID
+    WriteFileBytes(ExchangePath(), cut);
+    EXPECT_EQ(Import(ExchangePath(), 100), -1);
+    EXPECT_EQ(ListFindByName("Autumn", nullptr), -1);
+}
+
 TEST_F(ListExchangeTest, AFailingWriteLeavesNoHalfImportedList) {
     WriteOneObjectPerUserStore();
     const int slot = MakeList("Autumn", {{kClassStar, 7}, {kClassSupplementalStar, 1}, {kClassUserComet, 1},
