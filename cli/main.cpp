@@ -127,8 +127,9 @@ const char kOutputAndStatus[] =
     "Exit status: 0 when the rows were listed, or the job succeeded and every\n"
     "ticked row was added or was already there; 1 when the Vesperal 1.x file\n"
     "could not be read, the job ended with its error form, a ticked row\n"
-    "could not be added, a catalogue lookup found nothing, or an orbit could\n"
-    "not be placed; 2 for a usage error or when start-up fails (data\n"
+    "could not be added, a catalogue lookup found nothing, an orbit could\n"
+    "not be placed, or a list verb found no list or could not write or read\n"
+    "its exchange file; 2 for a usage error or when start-up fails (data\n"
     "folders not found, Vesperal 1.x folder not accepted).\n";
 
 // The four verbs of the user's own objects share one help entry.
