@@ -233,6 +233,7 @@ int ListWriteDescription(int slot, const char* text) {
         const bool written = f && WriteU32(f.get(), static_cast<uint32_t>(body.size())) &&
                              FileWrite(body.c_str(), body.size() + 1, f.get()) == body.size() + 1;
         if (!written || std::fclose(f.release()) != 0) {
+            f.reset();  // Windows removes no file that is still open
             platform::RemoveFile(fresh.c_str());
             return 0;
         }

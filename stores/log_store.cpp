@@ -23,6 +23,7 @@ int ReplaceWholeFile(const std::string& path, const std::vector<uint8_t>& bytes)
         FilePtr f = OpenFile(fresh.c_str(), "wb");
         const bool written = f && FileWrite(bytes.data(), bytes.size(), f.get()) == bytes.size();
         if (!written || !CloseStream(std::move(f))) {
+            f.reset();  // Windows removes no file that is still open
             platform::RemoveFile(fresh.c_str());
             return 0;
         }
@@ -153,6 +154,7 @@ FilePtr LogOpenRows(uint32_t classMask, uint32_t id, bool userFlag, uint32_t* ro
         FilePtr made = OpenFile(path.c_str(), "wb");
         if (!made) return nullptr;
         if (!WriteU32(made.get(), 0) || !CloseStream(std::move(made))) {
+            made.reset();
             platform::RemoveFile(path.c_str());
             return nullptr;
         }
