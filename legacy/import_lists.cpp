@@ -9,6 +9,7 @@
 #include "catalog/user_comets.h"
 #include "catalog/user_minor_planets.h"
 #include "catalog/user_stars.h"
+#include "legacy/import_result.h"
 #include "legacy/legacy_lists.h"
 #include "legacy/legacy_objects.h"
 #include "stores/list_store.h"
@@ -313,16 +314,10 @@ int ImportTickedLists(ListJob& job) {
 }
 
 void ShowListResult(const ListJob& job, int succeeded) {
-    char text[256];
-    if (succeeded)
-        std::snprintf(text, sizeof text, "Imported %d of %d, %d lists skipped, %d objects skipped",
-                      job.listsImported, job.listsTried, job.listsSkipped, job.objectsSkipped);
-    else
-        std::snprintf(text, sizeof text,
-                      "An error occurred during import. See the ferry2.log file for details.\r\n"
-                      "Imported %d of %d, %d lists skipped, %d objects skipped",
-                      job.listsImported, job.listsTried, job.listsSkipped, job.objectsSkipped);
-    ShowJobMessage(job.host, text, kFerryMessageTitle);
+    char counts[128];
+    std::snprintf(counts, sizeof counts, "Imported %d of %d, %d lists skipped, %d objects skipped",
+                  job.listsImported, job.listsTried, job.listsSkipped, job.objectsSkipped);
+    ShowJobCounts(job.host, succeeded, counts);
 }
 
 }  // namespace

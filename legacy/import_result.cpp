@@ -1,18 +1,19 @@
 #include "legacy/import_result.h"
 
 #include <cstdio>
+#include <string>
+
+void ShowJobCounts(const JobHost& host, int succeeded, const char* counts) {
+    const std::string text =
+        succeeded ? std::string(counts)
+                  : std::string("An error occurred during import. See the ferry2.log file for details.\r\n") + counts;
+    ShowJobMessage(host, text.c_str(), kFerryMessageTitle);
+}
 
 void ShowImportResult(const JobHost& host, int succeeded, const ImportCounters& c) {
-    char text[256];
-    if (succeeded)
-        std::snprintf(text, sizeof text, "Imported %d of %d, %d skipped", c.imported, c.counted,
-                      c.skipped);
-    else
-        std::snprintf(text, sizeof text,
-                      "An error occurred during import. See the ferry2.log file for details.\r\n"
-                      "Imported %d of %d, %d skipped",
-                      c.imported, c.counted, c.skipped);
-    ShowJobMessage(host, text, kFerryMessageTitle);
+    char counts[128];
+    std::snprintf(counts, sizeof counts, "Imported %d of %d, %d skipped", c.imported, c.counted, c.skipped);
+    ShowJobCounts(host, succeeded, counts);
 }
 
 void LogStoreDamage(const JobHost& host, const char* subject, const char* path,

@@ -13,8 +13,11 @@ struct ImportCounters {
     int skipped = 0;
 };
 
-// "Imported %d of %d, %d skipped", with the error preface when the job did
-// not succeed, under the program's message title.
+// A job's closing message: its counts, after the error preface when the
+// job did not succeed, under the program's message title.
+void ShowJobCounts(const JobHost& host, int succeeded, const char* counts);
+
+// "Imported %d of %d, %d skipped", shown as above.
 void ShowImportResult(const JobHost& host, int succeeded, const ImportCounters& c);
 
 // When a store did not open for damage, logs one line that names it:

@@ -324,10 +324,11 @@ bool WriteInstrumentStore(const std::string& path) {
     return std::fclose(f.release()) == 0;
 }
 
-bool WriteFileImage(const std::string& path, const std::string& bytes) {
-    FilePtr f = OpenFile(path.c_str(), "wb");
-    return f && std::fwrite(bytes.data(), 1, bytes.size(), f.get()) == bytes.size() &&
-           std::fclose(f.release()) == 0;
+bool WriteBytes(const std::string& path, const std::string& bytes, const char* mode) {
+    FilePtr f = OpenFile(path.c_str(), mode);
+    if (!f) return false;
+    if (std::fwrite(bytes.data(), 1, bytes.size(), f.get()) != bytes.size()) return false;
+    return std::fclose(f.release()) == 0;
 }
 
 template <class Layout, class R>
@@ -356,9 +357,9 @@ bool WriteLists(const std::string& dir) {
         }
         char name[32];
         std::snprintf(name, sizeof name, "/obs.%03d", static_cast<int>(i));
-        if (!WriteFileImage(dir + name, objects)) return false;
+        if (!WriteBytes(dir + name, objects, "wb")) return false;
     }
-    return WriteFileImage(dir + "/obs.idx", index);
+    return WriteBytes(dir + "/obs.idx", index, "wb");
 }
 
 // stellar.bin: u16 count, four bytes not read, 47-byte star rows. No
@@ -372,7 +373,7 @@ bool WriteLegacyStars(const std::string& dir) {
         r.pid = s.pid;
         AppendImage<StellarRecordLayout>(bytes, r);
     }
-    return WriteFileImage(dir + "/stellar.bin", bytes);
+    return WriteBytes(dir + "/stellar.bin", bytes, "wb");
 }
 
 // comet.bin: u16 count, two bytes not read, 101-byte rows, the rows of one
@@ -402,7 +403,7 @@ bool WriteLegacyComets(const std::string& dir) {
         std::strncpy(row.source, "MPC", sizeof row.source - 1);
         AppendImage<LegacyCometLayout>(bytes, row);
     }
-    return WriteFileImage(dir + "/comet.bin", bytes);
+    return WriteBytes(dir + "/comet.bin", bytes, "wb");
 }
 
 // mp.bin: u32 count, four bytes not read, 116-byte rows with the legacy PID.
@@ -417,14 +418,7 @@ bool WriteLegacyMinorPlanets(const std::string& dir) {
     le::PutU32(reinterpret_cast<uint8_t*>(bytes.data()), 2);
     AppendImage<UserMpLayout>(bytes, eros);
     AppendImage<UserMpLayout>(bytes, vesta);
-    return WriteFileImage(dir + "/mp.bin", bytes);
-}
-
-bool WriteBytes(const std::string& path, const std::string& bytes, const char* mode) {
-    FilePtr f = OpenFile(path.c_str(), mode);
-    if (!f) return false;
-    if (std::fwrite(bytes.data(), 1, bytes.size(), f.get()) != bytes.size()) return false;
-    return std::fclose(f.release()) == 0;
+    return WriteBytes(dir + "/mp.bin", bytes, "wb");
 }
 
 bool MakeFolders(const std::string& base, const std::string& relative) {
