@@ -6,6 +6,7 @@
 #include "base/file_io.h"
 #include "base/le_bytes.h"
 #include "catalog/object_record.h"
+#include "stores/log_exchange.h"
 
 namespace {
 
@@ -52,9 +53,9 @@ FilePtr ListExportBegin(const char* path, const char* title, const char* descrip
 }
 
 int ListExportWrite(FILE* file, int slot, uint16_t includeFlags, ExchangeProgress progress, void* context) {
-    // Notes, links, log entries and images come with the log and attachment
-    // stores; until they exist nothing is written that asks for them.
-    if (!file || (includeFlags & kListIncludeAll) != 0) return 0;
+    // Notes, links and images come with the attachment stores; until they
+    // exist nothing is written that asks for them.
+    if (!file || (includeFlags & kListIncludeAttachments) != 0) return 0;
     ListBodyHead body;
     int count = 0;
     if (!ListNameAndCount(slot, body.name, &count)) return 0;
@@ -69,6 +70,7 @@ int ListExportWrite(FILE* file, int slot, uint16_t includeFlags, ExchangeProgres
         if (!ListReadItem(items.get(), i, count, &r)) return 0;
         if (!WriteObjectKey(file, r.objectClass, r.pid)) return 0;
         if (!ObjectBlockWrite(file, r.objectClass, r.pid)) return 0;
+        if ((includeFlags & kListIncludeLogEntries) != 0 && !LogExportObjectRun(file, r)) return 0;
         if (progress && (i + 1) * 10 / count != i * 10 / count) progress(10, context);
     }
     return ExchangeSetRecordCount(file, static_cast<uint32_t>(count));
@@ -92,9 +94,9 @@ int ListImportBegin(ListImport* state, const char* path, int stepPercent, Exchan
         return fail();
     if (!ReadRecord<ListBodyHeadLayout>(state->file.get(), state->body)) return fail();
     state->body.name[kListNameSize - 1] = '\0';
-    // Records of the log and attachment stores come with those stores: a file
-    // that carries them is refused whole rather than imported in part.
-    if ((state->body.includeFlags & kListIncludeAll) != 0 || state->body.itemCount < 0) return fail();
+    // Records of the attachment stores come with those stores: a file that
+    // carries them is refused whole rather than imported in part.
+    if ((state->body.includeFlags & kListIncludeAttachments) != 0 || state->body.itemCount < 0) return fail();
 
     state->slot = ListFindByName(state->body.name, state->stampBefore);
     if (state->slot < 0) {
@@ -134,6 +136,9 @@ int ListImportStep(ListImport* state, const Site* site) {
         r.classMask = classMaskOf(objectClass);
         if (!ObjectBlockRead(state->file.get(), objectClass, &pid, &state->objects)) return -1;
         r.pid = pid;
+        if ((state->body.includeFlags & kListIncludeLogEntries) != 0 &&
+            LogImportRun(state->file.get(), 0, nullptr, nullptr) < 0)
+            return -1;
         if (!ListAppendItem(state->items.get(), &r, &state->itemCount)) return -1;
         ++state->done;
     }

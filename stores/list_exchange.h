@@ -25,6 +25,8 @@ inline constexpr uint16_t kListIncludeNotes = 1;
 inline constexpr uint16_t kListIncludeLinks = 2;
 inline constexpr uint16_t kListIncludeLogEntries = 4;
 inline constexpr uint16_t kListIncludeImages = 8;
+// The records of the attachment stores, which this program has not got yet.
+inline constexpr uint16_t kListIncludeAttachments = kListIncludeNotes | kListIncludeLinks | kListIncludeImages;
 inline constexpr uint16_t kListIncludeAll =
     kListIncludeNotes | kListIncludeLinks | kListIncludeLogEntries | kListIncludeImages;
 
@@ -54,9 +56,11 @@ FilePtr ListExportBegin(const char* path, const char* title, const char* descrip
 // Writes the body of the list in `slot` behind the header, then its item
 // count into the header. `progress` (may be null) is called with 10 at each
 // tenth of the items. 1, or 0 for a slot that isn't a live list, a read or
-// write that fails, or include flags: the notes, links, log entries and
-// images travel with the stores that keep them, which this program does not
-// have yet, so an export asked for them is refused before anything is written.
+// write that fails, or include flags other than log entries: the notes,
+// links and images travel with the stores that keep them, which this
+// program does not have yet, so an export asked for them is refused before
+// anything is written. With log entries, each item is followed by the run
+// of its entries as a log exchange file has it.
 int ListExportWrite(FILE* file, int slot, uint16_t includeFlags, ExchangeProgress progress, void* context);
 
 // An import under way: the file, the list it goes into, and the batches.
@@ -90,8 +94,9 @@ int ListImportBegin(ListImport* state, const char* path, int stepPercent, Exchan
 // Imports one batch of items: each object's block may make a user's object
 // again under a new PID, and the item is appended to the list with its
 // computed fields to be redone, so the list's next refresh places it (the
-// site is not needed for that). 1 when items remain, 0 when all are in, -1
-// on a failure.
+// site is not needed for that); the log entries that follow an item go into
+// the log, and stay there even when the import is discarded. 1 when items
+// remain, 0 when all are in, -1 on a failure.
 int ListImportStep(ListImport* state, const Site* site);
 
 // Closes the file and commits the list's count. With `discard` the import

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "base/file_utils.h"
+#include "stores/log_index.h"
 #include "stores/log_records.h"
 
 // Makes user/log, the six index folders, the slot's class folder and an
@@ -85,3 +86,80 @@ long LogRegistryFind(const char* name, uint8_t* stampOut /* 8 bytes or null */);
 // Sets the stamp of the name's row, or adds a row. The registry is made
 // with a count of 0 when missing.
 int LogRegistryPut(const char* name, const uint8_t* stamp /* 8 bytes */);
+
+// The night an observation belongs to: the local date of its moment twelve
+// hours earlier, so that 02:00 local on 5 March falls in the night of
+// 4 March.
+struct LogNight {
+    int year = 0, month = 0, day = 0;
+};
+LogNight LogNightOf(double jd, const Site& site);
+// year * 10000 + month * 100 + day, the form a date range compares.
+long LogNightNumber(const LogNight& night);
+
+// The moment of `jd` at the site with all three stages filled.
+Instant LogInstantOf(double jd, const Site& site);
+
+// A fresh record of the entry's object (its class, PID and mask) placed at
+// the entry's moment, which also gives its constellation. 0 when the object
+// can't be read or placed.
+int LogPlaceEntryObject(const LogEntry& entry, ObjectRecord* objectOut);
+
+// 1 when the object is logged. A reference comet or minor planet that isn't
+// may be the same body as a logged object of the user's stores: found by
+// its designation, that object replaces the record and the answer is 1.
+// 0 not logged; -1 for a reference comet with no designation to search by.
+int LogResolveObject(const LogPresence& table, const Site& site, const Instant& instant,
+                     ObjectRecord* object);
+
+// Adds the entry (made by LogFillEntry) with its note (null for none): its
+// object is resolved, the entry may so move to a user object, and its
+// class and PID change with it; noteLength is set. The new entry's number;
+// the older entry's number, with nothing changed, when the entry repeats
+// it (same observer, location and instrument, a minute or less apart, the
+// same note); -1 on failure, with what was written before left.
+long LogAddEntry(LogEntry* entry, const char* note);
+
+// Reads entry `entryNumber` of the class of `classMask`, with its note when
+// asked for. 1, or 0 when the file can't be opened or read.
+int LogReadEntry(uint32_t classMask, uint32_t entryNumber, LogEntry* entryOut, std::string* noteOut);
+
+// Writes the entry and note over the entry file (which keeps its length)
+// and moves the object in the indexes whose key changed. 1; -1 when the
+// write succeeded and an index moved; 0 on failure.
+int LogReplaceEntry(uint32_t classMask, uint32_t entryNumber, const LogEntry& entry, const char* note);
+
+// The object put into the index file of a key (or taken out of it, the file
+// then going when its member drops empty files), the file opened and
+// closed for it. 1 or 0.
+int IndexPutByKey(const IndexKey& key, const ObjectRecord& object, uint32_t entryNumber);
+int IndexRemoveByKey(const IndexKey& key, const ObjectRecord& object);
+
+// The object of the entry moved from the index of the old key to that of
+// the entry's key. 1 or 0.
+int IndexMoveNight(const LogEntry& entry, uint32_t entryNumber, double oldJd);
+int IndexMoveCons(const LogEntry& entry, uint32_t entryNumber, double oldJd);
+int IndexMoveObserver(const LogEntry& entry, uint32_t entryNumber, const char* oldName);
+int IndexMoveInstrument(const LogEntry& entry, uint32_t entryNumber, const char* oldName);
+int IndexMoveLoc(const LogEntry& entry, uint32_t entryNumber, const char* oldName);
+
+// The stages of a deletion; a failure at one leaves the earlier ones done.
+inline constexpr int kLogDeleteRows = -1;
+inline constexpr int kLogDeletePid = -2;
+inline constexpr int kLogDeleteNight = -3;
+inline constexpr int kLogDeleteCons = -4;
+inline constexpr int kLogDeleteInstrument = -5;
+inline constexpr int kLogDeleteObserver = -6;
+inline constexpr int kLogDeleteLoc = -7;
+inline constexpr int kLogDeleteClass = -8;
+inline constexpr int kLogDeleteRepair = -9;
+
+// Deletes entry `entryNumber`, read beforehand into `entry`: its file, its
+// row, and the object's index rows under its keys, which the object's
+// remaining rows then put back. 1; 0 when the file can't be deleted or the
+// object isn't logged; else the stage code.
+int LogDeleteEntry(const LogEntry& entry, uint32_t entryNumber);
+
+// Deletes every entry of the object. 1, 0, or the stage code of the
+// deletion that failed.
+int LogDeleteObject(const ObjectRecord& object);

@@ -174,6 +174,31 @@ int ObjectBlockRead(FILE* in, int objectClass, uint32_t* pid, ObjectBlockImport*
     }
 }
 
+int ObjectBlockSkip(FILE* in, int objectClass) {
+    if (!in) return 0;
+    long bytes = 0;
+    switch (objectClass) {
+        case kClassSupplementalStar: bytes = StellarRecordLayout::kSize; break;
+        case kClassSupplementalDeepSky: bytes = UdsRecordLayout::kSize; break;
+        case kClassUserComet: {
+            uint16_t count = 0;
+            if (!ReadU16(in, &count)) return 0;
+            bytes = static_cast<long>(count) * static_cast<long>(CometLayout::kSize);
+            break;
+        }
+        case kClassUserMinorPlanet: {
+            uint32_t count = 0;
+            if (!ReadU32(in, &count) || count > kUserMpMaxRows) return 0;
+            bytes = static_cast<long>(count) * static_cast<long>(UserMpLayout::kSize);
+            break;
+        }
+        default: return 1;
+    }
+    // A seek past the end succeeds; the read of what follows then fails.
+    std::vector<uint8_t> skipped(static_cast<size_t>(bytes));
+    return skipped.empty() || FileRead(skipped.data(), skipped.size(), in) == skipped.size() ? 1 : 0;
+}
+
 int ObjectBlockFinish(ObjectBlockImport* import) {
     if (!import || !import->minorPlanetsAdded) return 1;
     import->minorPlanetsAdded = false;

@@ -33,6 +33,11 @@ struct ObjectBlockImport {
 // leaves it as it is. 1, or 0 on a short read or a store that fails.
 int ObjectBlockRead(FILE* in, int objectClass, uint32_t* pid, ObjectBlockImport* import);
 
+// Steps over the block of an object of `objectClass` without reading it
+// into a store, as a reader of a log entry file does on its way to the
+// note. 1, or 0 on a short read.
+int ObjectBlockSkip(FILE* in, int objectClass);
+
 // Sorts the minor-planet store when rows were added to it, as its own text
 // import does at its end. 1, or 0 when the sort failed.
 int ObjectBlockFinish(ObjectBlockImport* import);

@@ -375,7 +375,7 @@ TEST_F(ListExchangeTest, AFileOfAnotherKindVersionOrContentLeavesTheStoresAlone)
         bool imports;
     } cases[] = {
         {"magic", 0, 0x04, false},        {"major 1", 2, 1, false},       {"kind 6", 5, 6, false},
-        {"notes", flags, 1, false},       {"links", flags, 2, false},     {"log entries", flags, 4, false},
+        {"notes", flags, 1, false},       {"links", flags, 2, false},
         {"images", flags, 8, false},      {"major 3", 2, 3, true},
     };
     const std::string path = (root_ / "changed.vle").string();
