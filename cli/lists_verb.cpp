@@ -1,5 +1,6 @@
 #include "cli/lists_verb.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
 
@@ -13,7 +14,7 @@
 
 const char kListsSynopsis[] =
     "ferry2-cli show-list NAME\n"
-    "       ferry2-cli export-list NAME FILE\n"
+    "       ferry2-cli export-list NAME FILE [--with-log]\n"
     "       ferry2-cli import-list FILE\n";
 
 const char kListsDetails[] =
@@ -23,20 +24,23 @@ const char kListsDetails[] =
     "                 the PID and the object's display name, separated by tabs.\n"
     "                 An object the catalogues don't know shows an empty name.\n"
     "                 Exit 1 when there is no such list.\n"
-    "  export-list NAME FILE\n"
+    "  export-list NAME FILE [--with-log]\n"
     "                 writes the list to an exchange file: the list's name as\n"
     "                 title, its description, its rows, and the records of the\n"
     "                 user's own stars, deep-sky objects, comets and minor\n"
     "                 planets it names, so that another Vesperal 2 folder can\n"
-    "                 make them again. Prints the number of rows written.\n"
+    "                 make them again. With --with-log each row is followed by\n"
+    "                 the object's log entries. Prints the number of rows\n"
+    "                 written.\n"
     "  import-list FILE\n"
     "                 adds the rows of an exchange file to the list of its name,\n"
     "                 made when there is none, takes the file's description,\n"
     "                 and makes the user's own objects it carries in this\n"
     "                 folder's stores (where they may get new PIDs). Prints the\n"
-    "                 list's name and the rows added. A file that is no list\n"
-    "                 exchange file, or asks for notes, links, images or log\n"
-    "                 entries, is refused before anything is written (exit 1).\n";
+    "                 list's name and the rows added. Log entries the file\n"
+    "                 carries go into the log. A file that is no list exchange\n"
+    "                 file, or asks for notes, links or images, is refused\n"
+    "                 before anything is written (exit 1).\n";
 
 namespace {
 
@@ -58,33 +62,28 @@ int RunShowList(const std::vector<std::string>& words) {
     return kExitDone;
 }
 
-// The export reports each tenth of the rows it has written.
-struct ExportProgress {
-    ProgressBar bar;
-    int percent = 0;
-};
-
-void ShowProgress(int step, void* context) {
-    auto* p = static_cast<ExportProgress*>(context);
-    p->percent += step;
-    ProgressUpdate(&p->bar, p->bar.total * p->percent / 100);
-}
-
 int RunExportList(const std::vector<std::string>& words) {
-    if (words.size() != 2) return VerbUsage("export-list", "give the list's name and the file to write");
-    const int slot = ListFindByName(words[0].c_str(), nullptr);
+    std::vector<std::string> args = words;
+    uint16_t include = 0;
+    const auto withLog = std::find(args.begin(), args.end(), "--with-log");
+    if (withLog != args.end()) {
+        include = kListIncludeLogEntries;
+        args.erase(withLog);
+    }
+    if (args.size() != 2) return VerbUsage("export-list", "give the list's name and the file to write");
+    const int slot = ListFindByName(args[0].c_str(), nullptr);
     int count = 0;
     if (slot < 0 || !ListOpenItems(slot, &count)) return VerbFailed("export-list", "no observing list of that name");
     std::string description;
     ListReadDescription(slot, &description);
-    FilePtr file = ListExportBegin(words[1].c_str(), words[0].c_str(), description.c_str());
+    FilePtr file = ListExportBegin(args[1].c_str(), args[0].c_str(), description.c_str());
     if (!file) return VerbFailed("export-list", "cannot write the file");
-    ExportProgress progress;
+    PercentProgress progress;
     ProgressBegin(&progress.bar, "Exporting", count);
-    const int written = ListExportWrite(file.get(), slot, 0, ShowProgress, &progress);
+    const int written = ListExportWrite(file.get(), slot, include, PercentProgressStep, &progress);
     ProgressEnd(&progress.bar);
     if (!written || std::fclose(file.release()) != 0) {
-        platform::RemoveFile(words[1].c_str());
+        platform::RemoveFile(args[1].c_str());
         return VerbFailed("export-list", "the list could not be written whole; no file is left");
     }
     std::printf("%d rows written\n", count);

@@ -12,6 +12,7 @@
 #include "cli/catalog_verb.h"
 #include "cli/exit_status.h"
 #include "cli/lists_verb.h"
+#include "cli/log_verb.h"
 #include "cli/names_verb.h"
 #include "cli/object_verb.h"
 #include "cli/observer_options.h"
@@ -106,6 +107,7 @@ constexpr Verb kVerbs[] = {
     {"add-objects", kUserObjectsSynopsis, kUserObjectsDetails},
     {"resolve", kNamesSynopsis, kNamesDetails, true},
     {"show-list", kListsSynopsis, kListsDetails},
+    {"log", kLogSynopsis, kLogDetails},
 };
 
 const char kAbout[] =
@@ -198,7 +200,7 @@ bool ParseRows(const char* text, std::vector<size_t>& rows) {
 // The verbs that parse their own words and options.
 bool TakesWordsAsTheyAre(const std::string& verb) {
     return verb == "catalog" || verb == "object" || verb == "body" || verb == "orbit" ||
-           IsUserObjectsVerb(verb) || IsNamesVerb(verb) || IsListsVerb(verb);
+           IsUserObjectsVerb(verb) || IsNamesVerb(verb) || IsListsVerb(verb) || verb == "log";
 }
 
 bool ParseArgs(int argc, char** argv, Options& o) {
@@ -426,6 +428,7 @@ int main(int argc, char** argv) {
     if (IsUserObjectsVerb(o.verb)) return RunUserObjects(o.verb, o.catalogWords);
     if (IsNamesVerb(o.verb)) return RunNames(o.verb, o.catalogWords);
     if (IsListsVerb(o.verb)) return RunLists(o.verb, o.catalogWords);
+    if (o.verb == "log") return RunLog(o.catalogWords);
 
     std::string folder = kDefaultLegacyFolder;
     if (o.haveLegacy)

@@ -44,3 +44,9 @@ void ProgressEnd(ProgressBar* bar) {
     std::fputc('\n', stderr);
     bar->shown = false;
 }
+
+void PercentProgressStep(int step, void* context) {
+    auto* p = static_cast<PercentProgress*>(context);
+    p->percent += step;
+    ProgressUpdate(&p->bar, p->bar.total * p->percent / 100);
+}

@@ -16,3 +16,11 @@ void ProgressBegin(ProgressBar* bar, const char* label, long total);
 void ProgressUpdate(ProgressBar* bar, long done);
 // Fills the bar and ends its line.
 void ProgressEnd(ProgressBar* bar);
+
+// A bar that an exchange file's progress calls move: each call brings a
+// step in per cent of the bar's total.
+struct PercentProgress {
+    ProgressBar bar;
+    int percent = 0;
+};
+void PercentProgressStep(int step, void* context);
