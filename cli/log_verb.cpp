@@ -36,8 +36,8 @@ const char kLogDetails[] =
     "  log add        adds one entry to the observation log under user/log: the\n"
     "                 object (class code and PID, as 'object' takes them) seen\n"
     "                 at the moment (UT) from the stored location, by the stored\n"
-    "                 observer (a stored name that begins the given one), with\n"
-    "                 the stored instrument, all by name. Prints the entry's\n"
+    "                 observer, with the stored instrument, each named as\n"
+    "                 stored (case aside). Prints the entry's\n"
     "                 number within its class, or, when the log holds the same\n"
     "                 observation already (same observer, location and\n"
     "                 instrument, less than a minute apart, the same note), that\n"
@@ -145,10 +145,9 @@ bool FindLocation(const std::string& name, Site* site, LocationTail* tail) {
 bool FindObserver(const std::string& name, ObserverRecord* observer) {
     int count = 0;
     FilePtr store = ObserverStoreOpen(&count);
-    if (!store) return false;
-    std::strncpy(observer->name, name.c_str(), sizeof observer->name - 1);
-    int index = 0;
-    return ObserverFind(store.get(), observer, &index) != 0;
+    for (int i = 0; store && i < count; ++i)
+        if (ObserverRead(store.get(), i, observer) && NameCompare(observer->name, name.c_str()) == 0) return true;
+    return false;
 }
 
 bool FindInstrument(const std::string& name, InstrumentRecord* instrument) {

@@ -20,6 +20,7 @@
 #include "base/id_file.h"
 #include "stores/instrument_makers.h"
 #include "stores/instrument_store.h"
+#include "stores/observer_store.h"
 #include "stores/location_store.h"
 #include "stores/scope_table.h"
 
@@ -324,6 +325,18 @@ bool WriteInstrumentStore(const std::string& path) {
     return std::fclose(f.release()) == 0;
 }
 
+// The observers the log's entries name.
+bool WriteObserverStore(const std::string& path) {
+    FilePtr f = OpenFile(path.c_str(), "w+b");
+    if (!f || !WriteU16(f.get(), 0)) return false;
+    for (const auto& [name, age] : {std::pair{"Ann Lee", 42}, std::pair{"Cy Tran", 23}}) {
+        ObserverRecord r;
+        ObserverInit(&r, name, age, 0.0, 0.5);
+        if (!ObserverAdd(f.get(), r)) return false;
+    }
+    return std::fclose(f.release()) == 0;
+}
+
 bool WriteBytes(const std::string& path, const std::string& bytes, const char* mode) {
     FilePtr f = OpenFile(path.c_str(), mode);
     if (!f) return false;
@@ -454,7 +467,7 @@ bool MakeDataFolder(const std::string& dir) {
     return WriteBytes(dir + "/vesperal.ini", ini, "wb") &&
            WriteLocations(dir + "/user/loc.bin", kStoreSites) &&
            WriteEyepiecePool(dir + "/eyep.bin") && WriteScopeTable(dir + "/scopes.bin") &&
-           WriteInstrumentStore(dir + "/user/instr.bin");
+           WriteInstrumentStore(dir + "/user/instr.bin") && WriteObserverStore(dir + "/user/observer.bin");
 }
 
 }  // namespace
