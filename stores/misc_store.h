@@ -105,8 +105,10 @@ int MiscRemove(long number);
 // name still resolves to the number the page is rewritten under its number
 // (and the index row takes the new spelling of the name); otherwise the
 // page is added under the new name and the old one removed, so it gets a
-// new number. The page's number afterwards, or -1 on a failure, for a
-// number that isn't a page, or for a name another page has.
+// new number. The new page is made before the old one goes: should the
+// removal fail, both stay, and the new number is still the answer. The
+// page's number afterwards, or -1 on a failure, for a number that isn't a
+// page, or for a name another page has.
 long MiscReplace(long number, const MiscHeader& header, const char* text);
 
 // Reads page `number`: its header (the name NUL-terminated) and its text.
