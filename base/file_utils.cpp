@@ -69,6 +69,22 @@ int ReplaceFileWith(const char* target, const char* source) {
     return 1;
 }
 
+int ReplaceFileContents(const std::string& path, const std::vector<uint8_t>& bytes) {
+    const std::string fresh = path + ".new";
+    {
+        FilePtr f = OpenFile(fresh.c_str(), "wb");
+        const bool written = f && FileWrite(bytes.data(), bytes.size(), f.get()) == bytes.size();
+        if (!written || std::fclose(f.release()) != 0) {
+            f.reset();  // Windows removes no file that is still open
+            platform::RemoveFile(fresh.c_str());
+            return 0;
+        }
+    }
+    if (ReplaceFileWith(path.c_str(), fresh.c_str())) return 1;
+    platform::RemoveFile(fresh.c_str());
+    return 0;
+}
+
 int MakeFolder(const char* path) {
     if (platform::PathExists(path)) return 1;
     return platform::CreateFolder(path) ? 1 : 0;

@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <cstdio>
 #include <memory>
+#include <string>
+#include <vector>
 
 struct FileCloser {
     void operator()(FILE* f) const {
@@ -39,6 +41,11 @@ int CopyFileTo(const char* source, const char* target);
 // target is moved aside first and comes back when the move fails, so that
 // one of the two is always there under the target's name; 1 when moved.
 int ReplaceFileWith(const char* target, const char* source);
+
+// Writes the bytes to `path` + ".new" and then puts that file in the place
+// of `path`, so that a failed write leaves the old file as it was and no
+// half file behind. 1 or 0.
+int ReplaceFileContents(const std::string& path, const std::vector<uint8_t>& bytes);
 
 // 1 when the folder exists already or could be made, else 0.
 int MakeFolder(const char* path);

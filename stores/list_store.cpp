@@ -4,6 +4,7 @@
 
 #include <cstring>
 
+#include "base/le_bytes.h"
 #include "base/platform.h"
 #include "base/string_helpers.h"
 
@@ -226,21 +227,10 @@ int ListWriteDescription(int slot, const char* text) {
     const std::string body = text ? text : "";
     // The new text goes to a file of its own first, so that a failed write
     // leaves the old description as it was.
-    const std::string path = ListDescriptionPath(slot);
-    const std::string fresh = path + ".new";
-    {
-        FilePtr f = OpenFile(fresh.c_str(), "wb");
-        const bool written = f && WriteU32(f.get(), static_cast<uint32_t>(body.size())) &&
-                             FileWrite(body.c_str(), body.size() + 1, f.get()) == body.size() + 1;
-        if (!written || std::fclose(f.release()) != 0) {
-            f.reset();  // Windows removes no file that is still open
-            platform::RemoveFile(fresh.c_str());
-            return 0;
-        }
-    }
-    if (ReplaceFileWith(path.c_str(), fresh.c_str())) return 1;
-    platform::RemoveFile(fresh.c_str());
-    return 0;
+    std::vector<uint8_t> bytes(4 + body.size() + 1, 0);
+    le::PutU32(bytes.data(), static_cast<uint32_t>(body.size()));
+    std::memcpy(bytes.data() + 4, body.c_str(), body.size());
+    return ReplaceFileContents(ListDescriptionPath(slot), bytes);
 }
 
 int ListMarkClassMembers(int objectClass, uint8_t* marks, size_t size) {

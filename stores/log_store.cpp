@@ -15,24 +15,6 @@ namespace {
 
 int CloseStream(FilePtr f) { return std::fclose(f.release()) == 0 ? 1 : 0; }
 
-// Writes the bytes to a file of their own first and then puts it in the
-// place of `path`, so that a failed write leaves the old file as it was.
-int ReplaceWholeFile(const std::string& path, const std::vector<uint8_t>& bytes) {
-    const std::string fresh = path + ".new";
-    {
-        FilePtr f = OpenFile(fresh.c_str(), "wb");
-        const bool written = f && FileWrite(bytes.data(), bytes.size(), f.get()) == bytes.size();
-        if (!written || !CloseStream(std::move(f))) {
-            f.reset();  // Windows removes no file that is still open
-            platform::RemoveFile(fresh.c_str());
-            return 0;
-        }
-    }
-    if (ReplaceFileWith(path.c_str(), fresh.c_str())) return 1;
-    platform::RemoveFile(fresh.c_str());
-    return 0;
-}
-
 int WritePidTable(int slot, const LogPidTable& table) {
     LogPidHead head = table.head;
     head.objectCount = static_cast<uint32_t>(table.keys.size());
@@ -40,7 +22,7 @@ int WritePidTable(int slot, const LogPidTable& table) {
     EncodeRecord<LogPidHeadLayout>(head, bytes.data());
     for (size_t i = 0; i < table.keys.size(); ++i)
         le::PutU32(bytes.data() + LogPidHeadLayout::kSize + 4 * i, table.keys[i]);
-    return ReplaceWholeFile(LogPidPath(slot), bytes);
+    return ReplaceFileContents(LogPidPath(slot), bytes);
 }
 
 // The row of a registry image as a C string reads it: the name runs on into
@@ -76,7 +58,7 @@ size_t RegistryRowOffset(uint32_t index) { return 4 + LogRegistryRowLayout::kSiz
 
 int MakeEmptyRegistry() {
     if (!MakeFolder("user") || !MakeFolder(kLogFolder)) return 0;
-    return ReplaceWholeFile(kLogRegistryPath, std::vector<uint8_t>(4, 0));
+    return ReplaceFileContents(kLogRegistryPath, std::vector<uint8_t>(4, 0));
 }
 
 }  // namespace
@@ -90,7 +72,7 @@ int LogCreateClass(int slot) {
     if (!MakeFolder(folder.c_str())) return 0;
     const std::string pid = LogPidPath(slot);
     if (FileExists(pid.c_str())) return 1;
-    return ReplaceWholeFile(pid, std::vector<uint8_t>(LogPidHeadLayout::kSize, 0));
+    return ReplaceFileContents(pid, std::vector<uint8_t>(LogPidHeadLayout::kSize, 0));
 }
 
 int LogEnsureFolders() {
@@ -278,5 +260,5 @@ int LogRegistryPut(const char* name, const uint8_t* stamp) {
     }
     std::memcpy(row.stamp, stamp, sizeof row.stamp);
     EncodeRecord<LogRegistryRowLayout>(row, bytes.data() + at);
-    return ReplaceWholeFile(kLogRegistryPath, bytes);
+    return ReplaceFileContents(kLogRegistryPath, bytes);
 }

@@ -16,24 +16,6 @@ namespace {
 
 int CloseStream(FilePtr f) { return std::fclose(f.release()) == 0 ? 1 : 0; }
 
-// Writes the bytes to a file of their own first and then puts it in the
-// place of `path`, so that a failed write leaves the old file as it was.
-int ReplaceWholeFile(const std::string& path, const std::vector<uint8_t>& bytes) {
-    const std::string fresh = path + ".new";
-    {
-        FilePtr f = OpenFile(fresh.c_str(), "wb");
-        const bool written = f && FileWrite(bytes.data(), bytes.size(), f.get()) == bytes.size();
-        if (!written || !CloseStream(std::move(f))) {
-            f.reset();  // Windows removes no file that is still open
-            platform::RemoveFile(fresh.c_str());
-            return 0;
-        }
-    }
-    if (ReplaceFileWith(path.c_str(), fresh.c_str())) return 1;
-    platform::RemoveFile(fresh.c_str());
-    return 0;
-}
-
 // A name as the store keeps it: its first 48 characters.
 std::string StoredName(const char* name) {
     if (!name) return std::string();
@@ -88,7 +70,7 @@ int WriteIndex(const MiscIndex& index) {
     for (size_t i = 0; i < index.rows.size(); ++i)
         EncodeRecord<MiscIndexRowLayout>(
             index.rows[i], bytes.data() + MiscIndexHeadLayout::kSize + i * MiscIndexRowLayout::kSize);
-    return ReplaceWholeFile(kMiscIndexPath, bytes);
+    return ReplaceFileContents(kMiscIndexPath, bytes);
 }
 
 MiscHeader PageHeader(const std::string& name, const char* text) {
@@ -109,7 +91,7 @@ std::vector<uint8_t> PageBytes(const std::string& name, const char* text) {
 }
 
 int WritePage(uint32_t number, const std::string& name, const char* text) {
-    return ReplaceWholeFile(MiscPagePath(number), PageBytes(name, text));
+    return ReplaceFileContents(MiscPagePath(number), PageBytes(name, text));
 }
 
 // A header and its text from the stream's position; the name comes back
