@@ -84,7 +84,7 @@ std::vector<uint32_t> RowFileKeys(int slot) {
     return keys;
 }
 
-// What one class folder holds, as the index check needs it.
+// What a class's pid.bin holds, as the checks of its row files need it.
 struct ClassLook {
     bool haveHead = false;
     bool haveKeys = true;  // false when pid.bin is there but can't be read whole
@@ -98,7 +98,10 @@ ClassLook CheckPidFile(int slot, Problems& problems) {
     ClassLook look;
     const std::string path = LogPidPath(slot);
     FilePtr f = OpenToLook(path, problems);
-    if (!f) return look;
+    if (!f) {
+        look.haveKeys = !IsOddFile(path.c_str());
+        return look;
+    }
     look.haveKeys = false;
     if (!ReadRecord<LogPidHeadLayout>(f.get(), look.head)) {
         Report(problems, path, "too short for its header");
