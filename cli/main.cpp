@@ -93,13 +93,20 @@ constexpr Verb kVerbs[] = {
     {"check", "ferry2-cli [--legacy DIR] check\n",
      "  check          reads the stores of the Vesperal 2 data folder\n"
      "                 (user/loc.bin, user/observer.bin, user/instr.bin,\n"
-     "                 user/eyep.bin) and the files of the Vesperal 1.x folder\n"
-     "                 that the import pages read, and prints one line per\n"
-     "                 problem, naming the file: a count beyond the end of the\n"
-     "                 file or out of range, a name without its terminating\n"
-     "                 NUL, a folder or device in place of a file. Prints ok\n"
-     "                 when there is none. Writes nothing, not even ferry2.ini;\n"
-     "                 exits 1 when it found a problem.\n"},
+     "                 user/eyep.bin, and the log under user/log: each class's\n"
+     "                 pid.bin, the objects' .pix row files, the entry files\n"
+     "                 the rows name and the .idx files of the six index\n"
+     "                 folders) and the files of the Vesperal 1.x folder that\n"
+     "                 the import pages read, and prints one line per problem,\n"
+     "                 naming the file: a count beyond the end of the file or\n"
+     "                 out of range, a name without its terminating NUL, a\n"
+     "                 folder or device in place of a file; in the log, keys or\n"
+     "                 index rows out of order, a listed object without its\n"
+     "                 .pix, a row of another object or class, a row whose\n"
+     "                 entry file is missing, an index row naming an object\n"
+     "                 without rows, rows of an object pid.bin does not list.\n"
+     "                 Prints ok when there is none. Writes nothing, not even\n"
+     "                 ferry2.ini; exits 1 when it found a problem.\n"},
     {"catalog", kCatalogSynopsis, kCatalogDetails},
     {"object", kObjectSynopsis, kObjectDetails, true},
     {"body", kBodySynopsis, kBodyDetails, true},

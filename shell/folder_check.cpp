@@ -12,6 +12,7 @@
 #include "stores/eyepiece_pool.h"
 #include "stores/instrument_store.h"
 #include "stores/location_store.h"
+#include "stores/log_check.h"
 #include "stores/observer_store.h"
 
 namespace {
@@ -129,6 +130,7 @@ bool CheckFolders(const std::string& legacyRoot, std::vector<std::string>& probl
     CheckRecordFile(kObserverStorePath, kObserverShape, problems);
     CheckRecordFile(kInstrumentStorePath, kInstrumentShape, problems);
     CheckRecordFile(kEyepiecePoolPath, kPoolShape, problems);
+    LogCheck(problems);
     CheckRecordFile(legacyRoot + "/loc.bin", kLocationShape, problems);
     CheckRecordFile(legacyRoot + "/instr.bin", kLegacyInstrumentShape, problems);
     CheckLists(legacyRoot, problems);
