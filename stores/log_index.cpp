@@ -125,8 +125,11 @@ int CloseStream(FilePtr f) { return std::fclose(f.release()) == 0 ? 1 : 0; }
 int ReadCommentText(FILE* file, int32_t length, std::string* text) {
     text->clear();
     if (length <= 0) return 1;
+    // The bytes there are, never more than the length: a damaged length is
+    // no size to allocate.
     const int64_t size = StreamSize(file);
-    const int64_t available = size < 0 ? length : std::min<int64_t>(length, size - 4);
+    if (size < 0) return 0;
+    const int64_t available = std::min<int64_t>(length, size - 4);
     if (available <= 0) return 0;
     std::string bytes(static_cast<size_t>(available), '\0');
     const size_t got = FileRead(bytes.data(), bytes.size(), file);
