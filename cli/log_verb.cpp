@@ -127,7 +127,7 @@ int ParseSlot(const std::string& text) {
 }
 
 int ParseConstellation(const std::string& text) {
-    for (int zone = 0; zone < kLogConstellationCodes; ++zone) {
+    for (int zone = 0; zone < kConstellationZones; ++zone) {
         const char* abbreviation = constellationZoneAbbreviation(zone);
         if (abbreviation && NameCompare(text.c_str(), abbreviation) == 0) return zone;
     }
@@ -199,7 +199,7 @@ std::string UtText(double jd) {
     ut.jd = jd;
     InstantFromJd(nullptr, &ut);
     const long minutes = static_cast<long>(ut.utHours * 60.0 + 0.5);
-    char text[40];
+    char text[80];
     std::snprintf(text, sizeof text, "%04d-%02d-%02d %02ld:%02ld", ut.year, ut.month, ut.day, minutes / 60,
                   minutes % 60);
     return text;
@@ -313,7 +313,7 @@ int RunQuery(const LogOptions& o) {
         if (slot < 0 || s == slot) query.classes[s] = static_cast<uint8_t>(s);
     const int cons = o.constellation.empty() ? -1 : ParseConstellation(o.constellation);
     if (!o.constellation.empty() && cons < 0) return VerbUsage("log query", "--constellation takes an abbreviation");
-    for (int c = 0; c < kLogConstellationCodes; ++c)
+    for (int c = 0; c < kConstellationZones; ++c)
         if (cons < 0 || c == cons) query.constellations[c] = static_cast<uint8_t>(c);
     query.startYear = -9999;
     query.startMonth = query.startDay = 1;

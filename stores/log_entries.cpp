@@ -188,6 +188,8 @@ long LogAddEntry(LogEntry* entry, const char* note) {
     // made in the user's stores is seen without more ado.
     ObjectRecord object;
     if (!LogPlaceEntryObject(*entry, &object)) return -1;
+    // An object no constellation was found for can't be filed under one.
+    if (object.constellation >= kConstellationZones) return -1;
     LogPresence table;
     if (!LogPresenceLoad(&table)) return -1;
     const int logged = LogResolveObject(table, entry->site, instant, &object);

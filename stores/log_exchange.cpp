@@ -78,6 +78,24 @@ int ExportRows(FILE* file, const RowFile& of, long entryNumber, const double* si
     return 1;
 }
 
+// Writes the records of every object of the class index of `slot`. A class
+// without an index file has no entries, and the export makes none.
+int ExportClass(FILE* file, int slot, const LogExportFilter* filter, uint32_t* count) {
+    const std::string path = IndexPath(IndexClassKey(slot), false);
+    if (!FileExists(path.c_str())) return 1;
+    uint32_t rows = 0;
+    FilePtr index = IndexOpenClass(slot, &rows);
+    if (!index) return 0;
+    for (uint32_t i = 0; i < rows; ++i) {
+        IndexRow row;
+        const int kind = IndexReadRow(index.get(), static_cast<long>(i), &row);
+        if (kind == 0) return 0;
+        const RowFile of{ClassMaskOfSlot(slot), row.logKey, kind == 2};
+        if (!ExportRows(file, of, -1, nullptr, filter, count)) return 0;
+    }
+    return 1;
+}
+
 }  // namespace
 
 FilePtr LogExportBegin(const char* path, const char* title, const char* description) {
@@ -135,16 +153,7 @@ long LogExportAll(const char* path, const char* title, const char* description, 
     };
     uint32_t count = 0;
     for (int slot = 0; slot < kLogClassFolders; ++slot) {
-        uint32_t rows = 0;
-        FilePtr index = IndexOpenClass(slot, &rows);
-        if (!index) return fail();
-        for (uint32_t i = 0; i < rows; ++i) {
-            IndexRow row;
-            const int kind = IndexReadRow(index.get(), static_cast<long>(i), &row);
-            if (kind == 0) return fail();
-            const RowFile of{ClassMaskOfSlot(slot), row.logKey, kind == 2};
-            if (!ExportRows(file.get(), of, -1, nullptr, filter, &count)) return fail();
-        }
+        if (!ExportClass(file.get(), slot, filter, &count)) return fail();
         if (progress && (slot + 1) * 10 / kLogClassFolders != slot * 10 / kLogClassFolders) progress(10, context);
     }
     if (!LogExportEnd(file.get(), count) || std::fclose(file.release()) != 0) {

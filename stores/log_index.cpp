@@ -251,7 +251,9 @@ std::string IndexPath(const IndexKey& key, bool commentary) {
         case kIndexNight:
             return Format("%s/%04d%02d%02d.%s", folder.c_str(), key.year, key.month, key.day, extension);
         case kIndexCons:
-            if (key.number < 0) return {};
+            // Codes run 0 to 88; 255 stands for a place no zone was found
+            // for, and gets no file the enumerator would reject.
+            if (key.number < 0 || key.number >= kConstellationZones) return {};
             return Format("%s/%02d.%s", folder.c_str(), key.number, extension);
         case kIndexObserver:
         case kIndexInstrument:

@@ -26,6 +26,7 @@
 
 #include "base/file_utils.h"
 #include "base/record_layout.h"
+#include "catalog/constellation_files.h"
 #include "catalog/object_record.h"
 
 // The members, as bits of a commentary exchange's mask and of its records'
@@ -56,8 +57,9 @@ IndexKey IndexLocKey(const char* name);
 IndexKey IndexConsKey(int code);
 
 // The .idx (or with `commentary` the .bin) path of a key, relative to the
-// data folder. Empty for a key that has no file: an empty name, a negative
-// code, a class slot out of 0 to 13, a name that would leave the folder.
+// data folder. Empty for a key that has no file: an empty name, a
+// constellation code out of 0 to 88, a class slot out of 0 to 13, a name
+// that would leave the folder.
 std::string IndexPath(const IndexKey& key, bool commentary);
 
 struct IndexRow {

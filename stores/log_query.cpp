@@ -26,7 +26,7 @@ bool RowPasses(const LogQuery& query, const ObjectLogRow& row, long first, long 
     if (!NameSelected(query.locations, row.site.name)) return false;
     if (!NameSelected(query.instruments, row.instrument.name)) return false;
     const uint8_t* cons = query.constellations;
-    return std::find(cons, cons + kLogConstellationCodes, row.constellation) != cons + kLogConstellationCodes &&
+    return std::find(cons, cons + kConstellationZones, row.constellation) != cons + kConstellationZones &&
            row.constellation != kLogNotSelected;
 }
 
@@ -67,7 +67,7 @@ void LogQuerySelectName(std::vector<std::string>* names, const char* name) {
 int LogQueryRun(const LogQuery& query, std::vector<LogQueryHit>* hits) {
     if (!hits || query.observers.empty() || query.locations.empty() || query.instruments.empty()) return 0;
     if (!AnySelected(query.classes, kLogClassSlots)) return 0;
-    if (!AnySelected(query.constellations, kLogConstellationCodes)) return 0;
+    if (!AnySelected(query.constellations, kConstellationZones)) return 0;
     const long first = static_cast<long>(query.startYear) * 10000 + query.startMonth * 100 + query.startDay;
     const long last = static_cast<long>(query.endYear) * 10000 + query.endMonth * 100 + query.endDay;
     bool any = false;

@@ -11,17 +11,17 @@
 #include <string>
 #include <vector>
 
+#include "stores/log_index.h"
 #include "stores/log_records.h"
 
 inline constexpr uint8_t kLogNotSelected = 255;
-inline constexpr int kLogConstellationCodes = 89;
 // A selected name keeps 64 characters.
 inline constexpr size_t kLogQueryNameChars = 64;
 
 struct LogQuery {
     // One byte per candidate: kLogNotSelected, or the candidate's code.
     uint8_t classes[kLogClassSlots];
-    uint8_t constellations[kLogConstellationCodes];
+    uint8_t constellations[kConstellationZones];
     std::vector<std::string> observers, locations, instruments;
     int startYear = 0, startMonth = 0, startDay = 0;
     int endYear = 0, endMonth = 0, endDay = 0;

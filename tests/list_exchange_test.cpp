@@ -229,7 +229,7 @@ TEST_F(ListExchangeTest, AnExportIsCountedInTenthsAndRefusesIncludedRecords) {
     EXPECT_EQ(calls, 100);
     file.reset();
 
-    for (uint16_t flags : {kListIncludeNotes, kListIncludeLinks, kListIncludeLogEntries, kListIncludeImages}) {
+    for (uint16_t flags : {kListIncludeNotes, kListIncludeLinks, kListIncludeImages}) {
         FilePtr refused = ListExportBegin(ExchangePath().c_str(), "t", "");
         EXPECT_EQ(ListExportWrite(refused.get(), slot, flags, nullptr, nullptr), 0) << flags;
         refused.reset();

@@ -10,11 +10,15 @@
 #include <string>
 #include <vector>
 
+#include "astro/planet_files.h"
 #include "catalog/catalogue_roots.h"
 #include "catalog/comet_files.h"
 #include "catalog/constellation_names.h"
 #include "catalog/minor_planet_roots.h"
 #include "catalog/user_comets.h"
+#include "stores/list_exchange.h"
+#include "stores/list_store.h"
+#include "stores/log_exchange.h"
 #include "stores/log_query.h"
 #include "stores/log_store.h"
 #include "support.h"
@@ -38,6 +42,7 @@ protected:
         const std::string set = FERRY2_REFDATA_DIR, solar = FERRY2_SOLAR_DIR;
         setCatalogueRoots((set + "small/").c_str(), (set + "stars/").c_str(), (set + "gsc/").c_str());
         setMinorPlanetRoots(solar.c_str(), (solar + "elements").c_str());
+        PlanetFilesOpen(solar.c_str());  // comets are placed with the Earth's orbit
     }
     void TearDown() override {
         setMinorPlanetRoots("", "");
@@ -299,7 +304,9 @@ std::set<int> DeleteStagesUnderWriteFaults(int entries) {
         // What is left reads: the tables load and the other entry is whole.
         LogPresence table;
         EXPECT_EQ(LogPresenceLoad(&table), 1) << nth;
-        if (entries > 1) EXPECT_EQ(LogReadEntry(256, 1, &entry, nullptr), 1) << nth;
+        if (entries > 1) {
+            EXPECT_EQ(LogReadEntry(256, 1, &entry, nullptr), 1) << nth;
+        }
     }
     return codes;
 }
@@ -374,7 +381,9 @@ TEST_F(LogEntriesTest, ANameThatWouldLeaveTheLogIsRefusedAndWritesNothingOutside
         EXPECT_EQ(Add(Entry(kClassGalaxy, kM31, kMarch5, observer)), -1) << observer;
     }
     for (const auto& e : fs::recursive_directory_iterator("."))
-        if (e.is_regular_file()) EXPECT_EQ(e.path().generic_string().rfind("./user/log/", 0), 0u) << e.path();
+        if (e.is_regular_file()) {
+            EXPECT_EQ(e.path().generic_string().rfind("./user/log/", 0), 0u) << e.path();
+        }
 }
 
 TEST_F(LogEntriesTest, AnEntryAddedToAFolderWrittenElsewhereLandsWhereTheFormatSays) {
@@ -423,7 +432,9 @@ TEST_F(LogEntriesTest, AnEntryAddedToAFolderWrittenElsewhereLandsWhereTheFormatS
     oldEntry.insert(oldEntry.end(), text, text + 6);
     WriteFileBytes("user/log/galaxies/00000007.bin", oldEntry);
     for (int slot = 0; slot < 13; ++slot)
-        if (slot != 5) ASSERT_EQ(LogCreateClass(slot), 1);
+        if (slot != 5) {
+            ASSERT_EQ(LogCreateClass(slot), 1);
+        }
 
     // It reads as written.
     LogEntry read;
@@ -446,6 +457,105 @@ TEST_F(LogEntriesTest, AnEntryAddedToAFolderWrittenElsewhereLandsWhereTheFormatS
     EXPECT_EQ(IndexRows("user/log/class/05.idx"),
               (std::vector<std::vector<uint32_t>>{{kM31, 5, 8}, {0x40000009u, 5, 2}}));
     EXPECT_EQ(fs::file_size("user/log/galaxies/00000008.bin"), 9124u);
+}
+
+// Moves the working folder to a fresh one beside the scratch root.
+void EnterFolder(const fs::path& folder) {
+    fs::create_directories(folder);
+    fs::current_path(folder);
+}
+
+TEST_F(LogEntriesTest, ALogCarriedThroughAnExchangeFileMakesTheSameFilesInAFreshFolder) {
+    EnterFolder(root_ / "a");
+    CometRecord haleBopp;
+    {
+        FilePtr comets = openComets();
+        ASSERT_EQ(readComet(comets.get(), 14, nullptr, nullptr, &haleBopp), 1);
+        MakeDirs("user");
+        FilePtr store = openUserComets(nullptr);
+        uint16_t pid = 0;
+        ASSERT_NE(addOrReplaceUserComet(store.get(), haleBopp, nullptr, &pid), 0);
+    }
+    ASSERT_EQ(Add(Entry(kClassGalaxy, kM31, kMarch5 + 21 * kHour), "Dust lane"), 0);
+    ASSERT_EQ(Add(Entry(kClassGalaxy, kM31, kMarch5 + 45 * kHour, "Bob")), 1);
+    ASSERT_EQ(Add(Entry(kClassGlobular, kM13, kMarch5 + 22 * kHour)), 0);
+    ASSERT_EQ(Add(Entry(kClassUserComet, 1, 2450537.5), "Two tails"), 0);
+    int calls = 0;
+    const auto count = [](int step, void* context) { *static_cast<int*>(context) += step; };
+    ASSERT_EQ(LogExportAll((root_ / "log.vle").string().c_str(), "Spring", "Four entries", nullptr, count, &calls), 4);
+    EXPECT_EQ(calls, 100);
+    const Bytes file = ReadFileBytes((root_ / "log.vle").string());
+    EXPECT_EQ((Bytes{file[0], file[1], file[2], file[5]}), (Bytes{0x03, 0xD9, 2, 6}));
+    EXPECT_EQ(PeekU32(file, 75), 4u);
+    // The first record, of the first class slot with entries (the comets):
+    // note length, the entry, its note, the comet's block of one row.
+    const size_t first = 103 + std::strlen("Four entries") + 1;
+    EXPECT_EQ(PeekU32(file, first), 10u);
+    EXPECT_EQ(file[first + 4 + 148], kClassUserComet);
+    EXPECT_EQ(PeekU32(file, first + 4 + 149), 1u);
+    EXPECT_STREQ(reinterpret_cast<const char*>(&file[first + 4 + 9124]), "Two tails");
+    EXPECT_EQ((Bytes{file[first + 4 + 9124 + 10], file[first + 4 + 9124 + 11]}), (Bytes{1, 0}));
+    EXPECT_EQ(PeekU32(file, first + 4 + 9124 + 10 + 2 + 130), 10u);  // M31's, with "Dust lane"
+    EXPECT_EQ(PeekU32(file, file.size() - 4), 0u);
+    const auto tree = LogTree();
+
+    EnterFolder(root_ / "b");
+    ExchangeHeader header;
+    std::string description;
+    ASSERT_EQ(LogImportFile((root_ / "log.vle").string().c_str(), &header, &description, nullptr, nullptr), 4);
+    EXPECT_EQ(description, "Four entries");
+    EXPECT_EQ(LogTree(), tree);
+    EXPECT_EQ(ReadFileBytes("user/comet.bin"), ReadFileBytes((root_ / "a/user/comet.bin").string()));
+    // A second import adds nothing: each entry is there already.
+    EXPECT_EQ(LogImportFile((root_ / "log.vle").string().c_str(), &header, &description, nullptr, nullptr), 4);
+    EXPECT_EQ(LogTree(), tree);
+    // A file of another kind is refused.
+    Bytes other = file;
+    other[5] = 7;
+    WriteFileBytes((root_ / "other.vle").string(), other);
+    EXPECT_EQ(LogImportFile((root_ / "other.vle").string().c_str(), &header, &description, nullptr, nullptr), -1);
+    EXPECT_EQ(description, "");
+}
+
+TEST_F(LogEntriesTest, AListExchangeFileCarriesTheEntriesOfItsObjectsWhenAsked) {
+    EnterFolder(root_ / "a");
+    ASSERT_EQ(Add(Entry(kClassGalaxy, kM31, kMarch5 + 21 * kHour), "Dust lane"), 0);
+    ASSERT_EQ(Add(Entry(kClassGalaxy, kM31, kMarch5 + 45 * kHour)), 1);
+    ASSERT_GE(ListCreate("Autumn", nullptr), 0);
+    const int slot = ListFindByName("Autumn", nullptr);
+    {
+        int count = 0;
+        FilePtr items = ListOpenItems(slot, &count);
+        for (const auto& [cls, pid] : {std::pair{kClassGalaxy, kM31}, std::pair{kClassGlobular, kM13}}) {
+            ObjectRecord r = identityRecord(cls, pid);
+            r.classMask = classMaskOf(cls);
+            ASSERT_EQ(ListAppendItem(items.get(), &r, &count), 1);
+        }
+        ASSERT_EQ(ListCloseItems(std::move(items), slot, count), 1);
+    }
+    const std::string path = (root_ / "autumn.lst").string();
+    FilePtr out = ListExportBegin(path.c_str(), "Autumn", "");
+    ASSERT_EQ(ListExportWrite(out.get(), slot, kListIncludeLogEntries, nullptr, nullptr), 1);
+    out.reset();
+    const auto tree = LogTree();
+
+    EnterFolder(root_ / "b");
+    ListImport state;
+    ExchangeHeader header;
+    std::string description;
+    ASSERT_EQ(ListImportBegin(&state, path.c_str(), 100, &header, &description), 1);
+    while (ListImportStep(&state, nullptr) == 1) {
+    }
+    ASSERT_EQ(ListImportEnd(&state, false), 1);
+    // M13 has no entries; M31's two come with their numbers.
+    for (const auto& [name, bytes] : tree)
+        if (name.find("globular") == std::string::npos && name.find("registry") == std::string::npos) {
+            EXPECT_EQ(ReadFileBytes(name), bytes) << name;
+        }
+    LogEntry entry;
+    std::string note;
+    ASSERT_EQ(LogReadEntry(256, 0, &entry, &note), 1);
+    EXPECT_EQ(note, "Dust lane");
 }
 
 }  // namespace
