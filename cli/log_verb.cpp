@@ -50,7 +50,8 @@ const char kLogDetails[] =
     "                 location, constellation and remark, separated by tabs. A\n"
     "                 night is the date on which the observing night began: an\n"
     "                 entry at 02:00 local time belongs to the date before.\n"
-    "                 SLOT is a class folder's name (\"galaxies\") or number.\n"
+    "                 SLOT is a class folder's name (\"galaxies\"), the beginning\n"
+    "                 of one, or its number. Names compare without case.\n"
     "  log query      the objects the planner's log query gives: those whose\n"
     "                 FIRST entry passes (a later entry that would pass does not\n"
     "                 count). Without a filter every name and class is taken.\n"
@@ -116,10 +117,14 @@ bool ParseDate(const std::string& text, int* year, int* month, int* day) {
            *day >= 1 && *day <= 31;
 }
 
-// A class folder by its name or its slot number.
+// A class folder by its name, the beginning of its name, or its slot
+// number.
 int ParseSlot(const std::string& text) {
     for (int slot = 0; slot < kLogClassFolders; ++slot)
         if (NameCompare(text.c_str(), ClassNameAt(slot)) == 0) return slot;
+    for (int slot = 0; slot < kLogClassFolders && !text.empty(); ++slot)
+        if (NameCompare(text.c_str(), std::string(ClassNameAt(slot)).substr(0, text.size()).c_str()) == 0)
+            return slot;
     char* end = nullptr;
     const long n = std::strtol(text.c_str(), &end, 10);
     if (text.empty() || *end || n < 0 || n >= kLogClassFolders) return -1;
@@ -227,13 +232,25 @@ bool RowPasses(const ShowFilter& f, const ObjectLogRow& row) {
            NameMatches(f.names->instrument, row.instrument.name);
 }
 
+// The name as the index folder has it, case aside; the name as given when
+// the folder has none like it.
+std::string IndexedName(IndexMember member, const std::string& name) {
+    IndexEnum walk;
+    IndexItem item;
+    for (int r = IndexFirst(&walk, member, &item); r != 0; r = IndexNext(&walk, &item))
+        if (r > 0 && NameCompare(item.text.c_str(), name.c_str()) == 0) return item.text;
+    return name;
+}
+
 // The index that narrows the walk most: the first filter given, in the
 // order night, observer, instrument, location, constellation, class.
 IndexKey WalkKey(const ShowFilter& f, int slot) {
     if (f.haveNight) return IndexNightKey(f.night.year, f.night.month, f.night.day);
-    if (!f.names->observer.empty()) return IndexObserverKey(f.names->observer.c_str());
-    if (!f.names->instrument.empty()) return IndexInstrumentKey(f.names->instrument.c_str());
-    if (!f.names->location.empty()) return IndexLocKey(f.names->location.c_str());
+    if (!f.names->observer.empty())
+        return IndexObserverKey(IndexedName(kIndexObserver, f.names->observer).c_str());
+    if (!f.names->instrument.empty())
+        return IndexInstrumentKey(IndexedName(kIndexInstrument, f.names->instrument).c_str());
+    if (!f.names->location.empty()) return IndexLocKey(IndexedName(kIndexLoc, f.names->location).c_str());
     if (f.constellation >= 0) return IndexConsKey(f.constellation);
     return IndexClassKey(slot);
 }

@@ -641,6 +641,64 @@ check "import-list" test "$rc" -eq 0 -a "$out" = $'Summer Night\t10 rows added'
 run show-list "Summer Night"
 check "the imported list names the same objects" test "$out" = "$summer"
 cd "$work/lists/vesperal2"
+
+# The observation log: entries added by name of the stored location,
+# observer and instrument, found by every index, carried to another folder.
+run log --help
+check "log --help is that verb's" test "$rc" -eq 0 -a "$(grep -c '^Usage: ferry2-cli log add' <<<"$out")" -eq 1
+run log add --object 6:4270 --at 2026-03-05T21:00 --location Home --observer "Ann Lee" --instrument "SCT 8in" \
+    --remark "low" --note "Dust lane"
+check "the first galaxy entry is number 0" test "$rc" -eq 0 -a "$out" = 0
+run log add --object 6:4270 --at 2026-03-05T21:00:40 --location home --observer "ANN LEE" --instrument "SCT 8in" \
+    --note "Dust lane"
+check "the same observation again gives the first number" test "$rc" -eq 0 -a "$out" = 0
+run log add --object 6:4270 --at 2026-03-06T21:00 --location Home --observer "Cy Tran" --instrument "SCT 8in"
+check "another night is a new entry" test "$out" = 1
+# 04:00 UT is 21:00 the evening before at Kitt Peak (UT - 7 h).
+run log add --object 11:135 --at 2026-03-06T04:00 --location "Kitt Peak National Observatory" --observer "Cy Tran" \
+    --instrument "Naked Eye"
+check "the first globular entry is number 0" test "$out" = 0
+run log add --object 6:4270 --at 2026-03-05T21:00 --location Nowhere --observer "Ann Lee" --instrument "SCT 8in"
+check "an unknown location is refused" test "$rc" -eq 1
+m31a=$'5\t0\t2026-03-05 21:00\tAndromeda Galaxy\tAnn Lee\tSCT 8in\tHome\tAnd\tlow'
+m31b=$'5\t1\t2026-03-06 21:00\tAndromeda Galaxy\tCy Tran\tSCT 8in\tHome\tAnd\t'
+m13=$'12\t0\t2026-03-06 04:00\tHercules Globular Cluster\tCy Tran\tNaked Eye\tKitt Peak National Observatory\tHer\t'
+head=$'Slot\tEntry\tUT\tObject\tObserver\tInstrument\tLocation\tConstellation\tRemark'
+for filter in "--night 2026-03-05:$m31a"$'\n'"$m13" "--observer cy tran:$m31b"$'\n'"$m13" \
+    "--instrument Naked Eye:$m13" "--location Home:$m31a"$'\n'"$m31b" "--class galaxies:$m31a"$'\n'"$m31b" \
+    "--constellation Her:$m13"; do
+    option=${filter%%:*}
+    run log show ${option%% *} "${option#* }"
+    check "log show $option" test "$out" = "$head"$'\n'"${filter#*:}"
+done
+run log show
+all=$out
+check "log show lists every entry" test "$(wc -l <<<"$all")" -eq 4
+run log query --observer "Cy Tran"
+check "a query looks at each object's first entry only" test "$(cut -f3 <<<"$out" | tail -n +2)" = 135
+run check
+check "check reads the log store" test "$rc" -eq 0 -a "$out" = ok
+run log export "$work/spring.vle"
+check "log export" test "$rc" -eq 0 -a "$out" = 3
+run export-list "Autumn Galaxies" "$work/autumn.lst" --with-log
+check "export-list --with-log" test "$rc" -eq 0
+cd "$work/other"
+run log import "$work/spring.vle"
+check "log import" test "$rc" -eq 0 -a "$out" = 3
+run log show
+check "the imported log shows the same entries" test "$out" = "$all"
+run log import "$work/spring.vle"
+check "a second import adds nothing new" test "$out" = 3 -a "$(ls user/log/galaxies/*.bin | wc -l)" -eq 3
+run log delete globular 0
+check "log delete" test "$rc" -eq 0 -a ! -e "user/log/globular clusters/000000135.pix"
+run log delete globular 0
+check "deleting it again fails" test "$rc" -eq 1
+mkdir -p "$work/third/maps/1" "$work/third/maps/2" "$work/third/maps/3"
+cp vesperal.ini "$work/third/"
+cd "$work/third"
+run import-list "$work/autumn.lst"
+run log show
+check "a list's exchange file brings its objects' entries" test "$out" = "$head"$'\n'"$m31a"$'\n'"$m31b"
 cd "$work/vesperal2"
 
 echo "cli: $passes passed, $failures failed"
