@@ -293,10 +293,10 @@ int RunShow(const LogOptions& o) {
     if (!o.constellation.empty() && (f.constellation = ParseConstellation(o.constellation)) < 0)
         return VerbUsage("log show", "--constellation takes an abbreviation such as And");
     std::puts("Slot\tEntry\tUT\tObject\tObserver\tInstrument\tLocation\tConstellation\tRemark");
+    // One index file names every class, except the class indexes themselves.
     const bool byClass = ClassIndexWalk(f);
-    for (int slot = 0; slot < kLogClassFolders; ++slot) {
-        if (f.slot >= 0 && slot != f.slot) continue;
-        if (!byClass && slot > 0) break;  // one index file names every class
+    for (int slot = 0; slot < (byClass ? kLogClassFolders : 1); ++slot) {
+        if (byClass && f.slot >= 0 && slot != f.slot) continue;
         const IndexKey key = WalkKey(f, slot);
         const std::string path = IndexPath(key, false);
         if (path.empty() || !FileExists(path.c_str())) continue;

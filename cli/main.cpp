@@ -137,8 +137,10 @@ const char kOutputAndStatus[] =
     "ticked row was added or was already there; 1 when the Vesperal 1.x file\n"
     "could not be read, the job ended with its error form, a ticked row\n"
     "could not be added, a catalogue lookup found nothing, an orbit could\n"
-    "not be placed, or a list verb found no list or could not write or read\n"
-    "its exchange file; 2 for a usage error or when start-up fails (data\n"
+    "not be placed, a list verb found no list or could not write or read\n"
+    "its exchange file, or a log verb found no stored name or entry, could\n"
+    "not add or delete an entry or could not write or read its exchange\n"
+    "file; 2 for a usage error or when start-up fails (data\n"
     "folders not found, Vesperal 1.x folder not accepted).\n";
 
 // The four verbs of the user's own objects share one help entry.

@@ -50,6 +50,34 @@ for list in "Messier Marathon" "Summer Night" "Autumn Galaxies"; do
     echo "\$ ferry2-cli show-list \"$list\""
     "$top/build-sample/ferry2-cli" show-list "$list" || status=$?
 done
+# The observation log: entries by the stored location, observers and
+# instruments; the same observation twice; the reference Hale-Bopp logged as
+# the user's own comet, which the list import made and which has an entry.
+log() {
+    echo
+    local shown="\$ ferry2-cli log" word
+    for word in "$@"; do
+        [[ $word == *" "* ]] && word="\"$word\""
+        shown+=" $word"
+    done
+    echo "$shown"
+    "$top/build-sample/ferry2-cli" log "$@" || status=$?
+}
+log add --object 6:4270 --at 2026-03-05T04:00 --location Home --observer "Ann Lee" --instrument "SCT 8in" \
+    --remark "averted vision" --note "Dust lane seen"
+log add --object 6:4270 --at 2026-03-05T04:00:30 --location Home --observer "Ann Lee" --instrument "SCT 8in" \
+    --note "Dust lane seen"
+log add --object 11:135 --at 2026-03-05T11:30 --location "Kitt Peak National Observatory" --observer "Cy Tran" \
+    --instrument "Naked Eye"
+log add --object 13:1 --at 1997-03-22T03:00 --location Home --observer "Cy Tran" --instrument "Naked Eye" \
+    --remark "two tails"
+log add --object 3:14 --at 1997-04-01T03:00 --location Home --observer "Cy Tran" --instrument "Naked Eye"
+log show
+log show --night 2026-03-04
+log show --observer "cy tran" --class comets
+echo
+echo "\$ ls user/log/comets"
+ls user/log/comets
 echo
 echo "ferry2.log:"
 cat ferry2.log

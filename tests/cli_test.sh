@@ -666,9 +666,13 @@ m13=$'12\t0\t2026-03-06 04:00\tHercules Globular Cluster\tCy Tran\tNaked Eye\tKi
 head=$'Slot\tEntry\tUT\tObject\tObserver\tInstrument\tLocation\tConstellation\tRemark'
 for filter in "--night 2026-03-05:$m31a"$'\n'"$m13" "--observer cy tran:$m31b"$'\n'"$m13" \
     "--instrument Naked Eye:$m13" "--location Home:$m31a"$'\n'"$m31b" "--class galaxies:$m31a"$'\n'"$m31b" \
-    "--constellation Her:$m13"; do
+    "--constellation Her:$m13" "--observer Cy Tran --class globular:$m13"; do
     option=${filter%%:*}
-    run log show ${option%% *} "${option#* }"
+    if [[ $option == "--observer Cy Tran --class globular" ]]; then
+        run log show --observer "Cy Tran" --class globular
+    else
+        run log show ${option%% *} "${option#* }"
+    fi
     check "log show $option" test "$out" = "$head"$'\n'"${filter#*:}"
 done
 run log show
