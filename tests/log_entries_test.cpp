@@ -16,6 +16,7 @@
 #include "catalog/constellation_names.h"
 #include "catalog/minor_planet_roots.h"
 #include "catalog/user_comets.h"
+#include "catalog/user_minor_planets.h"
 #include "stores/list_exchange.h"
 #include "stores/list_store.h"
 #include "stores/log_exchange.h"
@@ -243,6 +244,37 @@ TEST_F(LogEntriesTest, AReferenceCometLoggedAsTheUsersOwnGoesToItsFileWithTheLet
     EXPECT_EQ(ReadFileBytes("user/log/comets/pid.bin"), (Bytes{2, 0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0x40}));
     // Its entry file carries the comet's rows for another installation.
     EXPECT_EQ(fs::file_size("user/log/comets/00000001.bin"), 9124u + 2u + 130u);
+}
+
+TEST_F(LogEntriesTest, AReferenceMinorPlanetJoinsTheUsersOwnAndTheObjectIsDeletedWhole) {
+    // The user's store holds a (1) Ceres; the reference set has one too.
+    {
+        MakeDirs("user");
+        uint32_t count = 0;
+        FilePtr store = openUserMp(&count);
+        UserMpRecord ceres;
+        ASSERT_EQ(packUserMp(&ceres, 1, "Ceres", "MPC", 0.0, 0.0, 10.0, 2.77, 0.0, 0.079, 73.0, 80.3, 10.6, 0.0,
+                             3.3, 0.12),
+                  1);
+        uint32_t pid = 0;
+        ASSERT_EQ(addOrReplaceUserMp(store.get(), ceres, &count, &pid), 1);
+        ASSERT_EQ(pid, 1u);
+        ASSERT_EQ(sortUserMp(&store, &count), 1);
+    }
+    // The user's Ceres has an entry, so a reference entry joins it.
+    ASSERT_EQ(Add(Entry(kClassUserMinorPlanet, 1, kMarch5)), 0);
+    LogEntry reference = Entry(kClassMinorPlanet, 1, kMarch5 + 2);
+    ASSERT_EQ(LogAddEntry(&reference, nullptr), 1);
+    EXPECT_EQ(reference.objectClass, kClassUserMinorPlanet);
+    EXPECT_EQ(PeekU32(ReadFileBytes("user/log/minor planets/000000001s.pix"), 0), 2u);
+    EXPECT_FALSE(fs::exists("user/log/minor planets/000000001.pix"));
+    // Deleting the object deletes both entries; the numbers stay used.
+    ObjectRecord user = identityRecord(kClassUserMinorPlanet, 1);
+    user.classMask = 8;
+    EXPECT_EQ(LogDeleteObject(user), 1);
+    EXPECT_FALSE(fs::exists("user/log/minor planets/000000001s.pix"));
+    EXPECT_EQ(ReadFileBytes("user/log/minor planets/pid.bin"), (Bytes{2, 0, 0, 0, 0, 0, 0, 0}));
+    EXPECT_EQ(IndexRows("user/log/class/03.idx"), (std::vector<std::vector<uint32_t>>{}));
 }
 
 TEST_F(LogEntriesTest, DeletingTheOnlyEntryTakesTheObjectOutEverywhereButKeepsTheNumber) {
