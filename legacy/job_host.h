@@ -26,9 +26,12 @@ struct JobOutcome {
     int failedAdds = 0;          // ticked rows whose add failed; duplicates are not counted
 };
 
+struct LogLinks;
+
 struct JobHost {
     FILE* log = nullptr;  // ferry2.log; null when it could not be opened
     std::string legacyRoot;
+    const LogLinks* logLinks = nullptr;  // the Logs page's settled names, for the log import
     std::function<void(const char* text, const char* title)> showMessage;
     std::function<TickArray()> ticks;
     JobOutcome* outcome = nullptr;  // null when nobody asks
