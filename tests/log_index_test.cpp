@@ -202,7 +202,7 @@ TEST_F(LogIndexTest, NamesThatWouldLeaveTheFolderGiveNoFile) {
     EXPECT_FALSE(IndexOpenCons(-1, nullptr));
     for (const auto& e : fs::recursive_directory_iterator(".")) {
         if (e.is_regular_file()) {
-            EXPECT_EQ(e.path().lexically_normal().string().rfind("user/log/", 0), 0u) << e.path();
+            EXPECT_EQ(e.path().lexically_normal().generic_string().rfind("user/log/", 0), 0u) << e.path();
         }
     }
     EXPECT_TRUE(fs::exists("user/log/instrument/]]&]]&x.idx"));
