@@ -19,5 +19,13 @@
 #define IDC_LINK_ENTRY 1008
 #define IDC_CREATE_ENTRY 1009
 
+/* dialog "InstTypeDlg" */
+#define IDC_TYPE_TELESCOPE 1010
+#define IDC_TYPE_BINOCULARS 1011
+#define IDC_TYPE_TEXT 1012
+
+/* dialog "SelectEntryDlg": the list to choose from */
+#define IDC_SELECT_LIST 1020
+
 /* buttons of every dialog */
 #define IDC_HELP_BUTTON 9

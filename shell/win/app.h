@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "base/file_utils.h"
+#include "shell/log_page.h"
 
 struct AppState {
     HANDLE instanceLock = nullptr;  // the "Ferry2" mutex, never closed by the program
@@ -27,8 +28,7 @@ struct AppState {
     int busy = 0;
     // Set by the command with identifier 2; nothing reads it.
     int cancelSeen = 0;
-    std::vector<std::string> undefinedObservers;
-    std::vector<std::string> undefinedInstruments;
+    LogPage logPage;  // the Logs page's lists and links, while the page stands
     std::array<uint8_t, 1536> ddata{};
     HGLOBAL satData = nullptr;
 };
@@ -67,3 +67,9 @@ void CloseHelp(const std::string& helpPath);
 // Page fillers: a ListDlg page from the legacy folder, and the Logs page.
 void FillListPage(HWND page, int index);
 void FillLogPage(HWND page);
+
+// The Logs page's dialogs: InstTypeDlg on a pending name (0 cancel, 1
+// telescope, 2 binoculars), and the choice of one name from a list (the
+// row, or -1).
+int InstrumentTypeDialog(HWND owner, const std::string& pendingName);
+int SelectEntryDialog(HWND owner, const char* title, const std::vector<std::string>& names);

@@ -13,8 +13,7 @@ const char* const kTabTitles[4] = {"Locations", "Instruments", "Observing Lists"
 // Shutdown when the main window goes: the link tables, help, the log, the loop.
 void ShutDown() {
     AppState& app = App();
-    app.undefinedObservers.clear();
-    app.undefinedInstruments.clear();
+    LogPageClose(&app.logPage);
     CloseHelp(app.plannerHelpPath);
     CloseHelp(app.importerHelpPath);
     app.importLog.reset();

@@ -1,14 +1,17 @@
-// The program's windows in-process: start-up, the path dialog, the tabs and
-// the buttons of the Locations and Observing Lists pages.
+// The program's windows in-process: start-up, the path dialog, the tabs,
+// the buttons of the Locations and Observing Lists pages, and the Logs page
+// with its dialogs.
 #include <windows.h>
 #include <commctrl.h>
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <functional>
 
 #include "data/resource.h"
 #include "base/file_utils.h"
 #include "shell/win/app.h"
+#include "log_folder_fixture.h"
 #include "support.h"
 #include "ui/table_model.h"
 #include "win_support.h"
@@ -204,6 +207,190 @@ TEST_F(AppTest, ImportCheckedOnObservingListsMakesTheTickedLists) {
     EXPECT_EQ(std::string(reinterpret_cast<const char*>(store.data() + 2)), "Summer");
     EXPECT_EQ(PeekI16(store, 2 + 48), 1);
     EXPECT_EQ(PeekU32(ReadFileBytes("user/lists/obs.000"), 44 + 141), 6990u);
+}
+
+// Answers the modal dialogs that the Logs page opens, in order: a thread
+// timer, which the dialogs' own message loops dispatch, finds the dialog
+// open and runs the next step on it. A dialog other than the one expected
+// is cancelled and noted.
+struct DialogStep {
+    const char* title;
+    std::function<void(HWND)> act;
+};
+
+class ScriptedDialogs {
+public:
+    explicit ScriptedDialogs(std::vector<DialogStep> steps) {
+        steps_ = std::move(steps);
+        next_ = 0;
+        unexpected_.clear();
+        timer_ = SetTimer(nullptr, 0, 20, Tick);
+    }
+    ~ScriptedDialogs() { KillTimer(nullptr, timer_); }
+    static bool Done() { return next_ == steps_.size() && unexpected_.empty(); }
+    static const std::vector<std::string>& Unexpected() { return unexpected_; }
+
+private:
+    static BOOL CALLBACK FindDialog(HWND window, LPARAM found) {
+        char cls[16] = {};
+        GetClassNameA(window, cls, sizeof cls);
+        if (std::strcmp(cls, "#32770") != 0 || !IsWindowEnabled(window)) return TRUE;
+        *reinterpret_cast<HWND*>(found) = window;
+        return FALSE;
+    }
+    static void CALLBACK Tick(HWND, UINT, UINT_PTR, DWORD) {
+        HWND dialog = nullptr;
+        EnumThreadWindows(GetCurrentThreadId(), FindDialog, reinterpret_cast<LPARAM>(&dialog));
+        if (!dialog) return;
+        char title[64] = {};
+        GetWindowTextA(dialog, title, sizeof title);
+        if (next_ < steps_.size() && std::strcmp(title, steps_[next_].title) == 0) {
+            steps_[next_++].act(dialog);
+            return;
+        }
+        unexpected_.push_back(title);
+        SendMessageA(dialog, WM_COMMAND, IDCANCEL, 0);
+    }
+    static inline std::vector<DialogStep> steps_;
+    static inline size_t next_ = 0;
+    static inline std::vector<std::string> unexpected_;
+    UINT_PTR timer_ = 0;
+};
+
+void Press(HWND dialog, int id) {
+    SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(id, BN_CLICKED), reinterpret_cast<LPARAM>(GetDlgItem(dialog, id)));
+}
+
+std::string ItemText(HWND dialog, int id) {
+    char text[512] = {};
+    GetDlgItemTextA(dialog, id, text, sizeof text);
+    return text;
+}
+
+// The rows of one of the Logs page's list boxes.
+std::vector<std::string> ListRows(int id) {
+    HWND box = GetDlgItem(App().pageWindow, id);
+    std::vector<std::string> rows;
+    const int n = static_cast<int>(SendMessageA(box, LB_GETCOUNT, 0, 0));
+    for (int i = 0; i < n; ++i) {
+        char row[80] = {};
+        SendMessageA(box, LB_GETTEXT, i, reinterpret_cast<LPARAM>(row));
+        rows.emplace_back(row);
+    }
+    return rows;
+}
+
+class LogsPageTest : public AppTest {
+protected:
+    using Rows = std::vector<std::string>;
+    void SetUp() override {
+        AppTest::SetUp();
+        WriteFileBytes("user/instr.bin", InstrumentStoreBytes({"Dob", "Mak"}, 2));
+        WriteLegacyLogFolder("v1", 2, {{{"Zed", "Refractor"}, {"Amy", "Big Binos"}}, {{"Zed", "Dob"}}});
+        StartAsking();
+        PressOk("v1");
+        ShownMessages().clear();
+    }
+    static bool ImportEnabled() { return IsWindowEnabled(GetDlgItem(App().pageWindow, IDC_IMPORT)); }
+    static void Pick(int list, int row) {
+        HWND page = App().pageWindow;
+        SendDlgItemMessageA(page, list, LB_SETCURSEL, row, 0);
+        SendMessageA(page, WM_COMMAND, MAKEWPARAM(list, LBN_SELCHANGE),
+                     reinterpret_cast<LPARAM>(GetDlgItem(page, list)));
+    }
+    static void Click(int button) { Press(App().pageWindow, button); }
+};
+
+TEST_F(LogsPageTest, PageListsTheUnknownNamesInLogOrderAfterItsMessage) {
+    SelectTab(3);
+    EXPECT_EQ(ListRows(IDC_UNDEFINED_OBSERVERS), (Rows{"Zed", "Amy"}));
+    EXPECT_EQ(ListRows(IDC_UNDEFINED_INSTRUMENTS), (Rows{"Refractor", "Big Binos"}));
+    EXPECT_FALSE(ImportEnabled());
+    ASSERT_EQ(ShownMessages().size(), 1u);
+    EXPECT_EQ(ShownMessages()[0].title, "Vesperal 2 Log Import");
+    EXPECT_EQ(ShownMessages()[0].text.substr(0, 40), "Before you can import log entries you mu");
+}
+
+TEST_F(LogsPageTest, FolderWithoutLogsEnablesImportWithoutAMessage) {
+    std::filesystem::remove_all("v1/log");
+    SelectTab(3);
+    EXPECT_TRUE(ImportEnabled());
+    EXPECT_TRUE(ShownMessages().empty());
+}
+
+TEST_F(LogsPageTest, CreateAndLinkTakeRowsOutAndTheLastEnablesImport) {
+    SelectTab(3);
+    Pick(IDC_UNDEFINED_OBSERVERS, 1);
+    Click(IDC_CREATE_ENTRY);  // "Amy" becomes a stored observer
+    EXPECT_EQ(ListRows(IDC_UNDEFINED_OBSERVERS), (Rows{"Zed"}));
+
+    std::string typeText;
+    {
+        ScriptedDialogs answers({{"Select Instrument Type", [&](HWND d) {
+                                      typeText = ItemText(d, IDC_TYPE_TEXT);
+                                      EXPECT_EQ(IsDlgButtonChecked(d, IDC_TYPE_TELESCOPE), BST_CHECKED);
+                                      Press(d, IDC_HELP_BUTTON);  // does nothing
+                                      SendDlgItemMessageA(d, IDC_TYPE_BINOCULARS, BM_CLICK, 0, 0);
+                                      Press(d, IDOK);
+                                  }}});
+        Pick(IDC_UNDEFINED_INSTRUMENTS, 1);
+        Click(IDC_CREATE_ENTRY);
+        EXPECT_TRUE(ScriptedDialogs::Done());
+    }
+    EXPECT_EQ(typeText, "Select the instrument type and click Ok. Find \"Big Binos\" in the instrument list and "
+                        "select it. Default values have been created for the new instrument.  Customize them "
+                        "appropriately.");
+    EXPECT_EQ(ListRows(IDC_UNDEFINED_INSTRUMENTS), (Rows{"Refractor"}));
+    EXPECT_EQ(ReadFileBytes("user/instr.bin")[4 + 2 * 8750 + 4], 1);  // binoculars
+
+    {
+        // Cancel in the choice keeps the row.
+        ScriptedDialogs answers({{"Select Instrument Type", [](HWND d) { Press(d, IDOK); }},
+                                 {"Select Instrument", [](HWND d) { Press(d, IDCANCEL); }}});
+        Pick(IDC_UNDEFINED_INSTRUMENTS, 0);
+        Click(IDC_LINK_ENTRY);
+        EXPECT_TRUE(ScriptedDialogs::Done());
+    }
+    EXPECT_EQ(ListRows(IDC_UNDEFINED_INSTRUMENTS), (Rows{"Refractor"}));
+
+    Rows offered;
+    {
+        ScriptedDialogs answers({{"Select Instrument Type", [](HWND d) { Press(d, IDOK); }},
+                                 {"Select Instrument", [&](HWND d) {
+                                      for (int i = 0; i < 3; ++i) {
+                                          char row[40] = {};
+                                          if (SendDlgItemMessageA(d, IDC_SELECT_LIST, LB_GETTEXT, i,
+                                                                  reinterpret_cast<LPARAM>(row)) != LB_ERR)
+                                              offered.emplace_back(row);
+                                      }
+                                      SendDlgItemMessageA(d, IDC_SELECT_LIST, LB_SETCURSEL, 1, 0);
+                                      Press(d, IDOK);
+                                  }},
+                                 {"Select Observer", [](HWND d) { Press(d, IDOK); }}});
+        Click(IDC_LINK_ENTRY);  // the instrument row is still selected in the page's state
+        EXPECT_EQ(ListRows(IDC_UNDEFINED_INSTRUMENTS), Rows{});
+        EXPECT_FALSE(ImportEnabled());
+        Pick(IDC_UNDEFINED_OBSERVERS, 0);
+        Click(IDC_LINK_ENTRY);
+        EXPECT_TRUE(ScriptedDialogs::Done()) << ScriptedDialogs::Unexpected().size();
+    }
+    EXPECT_EQ(offered, (Rows{"Dob", "Mak", "Big Binos"}));
+    EXPECT_EQ(ListRows(IDC_UNDEFINED_OBSERVERS), Rows{});
+    EXPECT_TRUE(ImportEnabled());
+    ASSERT_EQ(App().logPage.links.undefinedInstruments.size(), 2u);
+    EXPECT_EQ(App().logPage.links.undefinedInstruments[1].key, "Refractor");
+    EXPECT_STREQ(App().logPage.links.undefinedInstruments[1].record.name, "Mak");
+    ASSERT_EQ(App().logPage.links.undefinedObservers.size(), 2u);
+    EXPECT_STREQ(App().logPage.links.undefinedObservers[1].record.name, "Amy");
+
+    // Away and back: the links are gone, and only the names that were
+    // linked, not made, come back.
+    SelectTab(0);
+    EXPECT_TRUE(App().logPage.links.undefinedObservers.empty());
+    SelectTab(3);
+    EXPECT_EQ(ListRows(IDC_UNDEFINED_OBSERVERS), (Rows{"Zed"}));
+    EXPECT_EQ(ListRows(IDC_UNDEFINED_INSTRUMENTS), (Rows{"Refractor"}));
+    EXPECT_FALSE(ImportEnabled());
 }
 
 TEST(AppStart, SecondInstanceEndsAtOnceWithoutASign) {

@@ -1,0 +1,134 @@
+#include "legacy/scan_undefined.h"
+
+#include <algorithm>
+#include <cstring>
+#include <set>
+
+#include "base/counted_file.h"
+#include "base/prefix_match.h"
+#include "legacy/legacy_logs.h"
+#include "stores/instrument_store.h"
+#include "stores/location_store.h"
+#include "stores/observer_store.h"
+
+namespace {
+
+enum class Walk { kGoOn, kEnd };
+
+bool Listed(const std::vector<std::string>& list, const char* text) {
+    return std::find(list.begin(), list.end(), text) != list.end();
+}
+
+// Whether a stored observer's name is a prefix of `name`, as the log import
+// finds observers. An empty name is never known.
+bool ObserverKnown(FILE* store, const char* name) {
+    int count = 0;
+    if (name[0] == '\0' || !CountedReadCount(store, &count)) return false;
+    for (int i = 0; i < count; ++i) {
+        ObserverRecord stored;
+        if (!ReadRecord<ObserverRecordLayout>(store, stored)) return false;
+        stored.name[sizeof stored.name - 1] = '\0';
+        if (PrefixMatch(stored.name, name)) return true;
+    }
+    return false;
+}
+
+// A log location the store lacks by name joins it, with a cleared tail; a
+// name the store holds at another place adds nothing.
+Walk ScanLocation(const JobHost& host, const Site& site) {
+    int count = 0;
+    FilePtr store = LocationStoreOpen(&count);
+    if (!store) {
+        LogPrintf(host.log, "Log: error opening location database\n");
+        return Walk::kEnd;
+    }
+    Site found = site;
+    LocationTail tail;
+    int index = 0;
+    if (LocationFind(store.get(), &found, &tail, &index) == 0 &&
+        !LocationAdd(store.get(), site, LocationTail{})) {
+        LogPrintf(host.log, "Log: error adding new location\n");
+        return Walk::kEnd;
+    }
+    return Walk::kGoOn;
+}
+
+// The store is asked with the cleaned name first; only a name it doesn't
+// know meets the blank rule and the list.
+Walk ScanObserver(char* name, UndefinedNames* names) {
+    int count = 0;
+    FilePtr store = ObserverStoreOpen(&count);
+    if (!store) return Walk::kEnd;
+    CleanObserverName(name);
+    if (!ObserverKnown(store.get(), name)) {
+        const char* shown = name[0] ? name : kBlankName;
+        if (!Listed(names->observers, shown)) names->observers.emplace_back(shown);
+    }
+    return Walk::kGoOn;
+}
+
+// "Naked Eye" is always known. The list is searched for the name as the
+// entry gives it, so every entry with an empty name adds another "(blank)".
+Walk ScanInstrument(const char* name, UndefinedNames* names) {
+    int count = 0;
+    FilePtr store = InstrumentStoreOpen(&count);
+    if (!store) return Walk::kEnd;
+    if (std::strcmp(name, kNakedEyeName) == 0) return Walk::kGoOn;
+    InstrumentRecord search;
+    std::strncpy(search.name, name, sizeof search.name - 1);
+    int index = 0;
+    if (!InstrumentFindByName(store.get(), &search, count, &index) && !Listed(names->instruments, name))
+        names->instruments.emplace_back(name[0] ? name : kBlankName);
+    return Walk::kGoOn;
+}
+
+Walk ScanEntry(const JobHost& host, LegacyLogEntry& entry, UndefinedNames* names) {
+    if (ScanLocation(host, entry.site) == Walk::kEnd) return Walk::kEnd;
+    if (ScanObserver(entry.observer, names) == Walk::kEnd) return Walk::kEnd;
+    return ScanInstrument(entry.instrument, names);
+}
+
+// Follows one chain of entries from `number`. An entry that can't be read
+// ends the chain; so does one met before, so that a damaged folder whose
+// chain runs in a circle cannot hold the page forever.
+Walk ScanChain(const JobHost& host, int slot, long number, UndefinedNames* names) {
+    std::set<long> seen;
+    do {
+        if (!seen.insert(number).second) return Walk::kGoOn;
+        LegacyLogEntry entry;
+        const long next = ReadLegacyLogEntry(host.legacyRoot, slot, number, &entry, nullptr);
+        if (next == 0) return Walk::kGoOn;
+        if (ScanEntry(host, entry, names) == Walk::kEnd) return Walk::kEnd;
+        number = next;
+    } while (number > 0);
+    return Walk::kGoOn;
+}
+
+Walk ScanSlot(const JobHost& host, int slot, UndefinedNames* names) {
+    FilePtr index = OpenLegacyLogIndex(host.legacyRoot, slot);
+    uint32_t count = 0;
+    uint32_t num = 0;
+    if (!index || !ReadLegacyLogCount(index.get(), &count) || !ReadLegacyLogNum(index.get(), &num))
+        return Walk::kEnd;
+    if (num == 0) return Walk::kGoOn;
+    if (!SeekLegacyLogRows(index.get())) return Walk::kEnd;
+    for (uint32_t r = 0; r < num; ++r) {
+        LegacyLogIndexRow row;
+        if (!ReadLegacyLogRow(index.get(), &row)) return Walk::kEnd;
+        // The chain's own files are read while the index stays open at the
+        // next row.
+        if (ScanChain(host, slot, row.firstEntry, names) == Walk::kEnd) return Walk::kEnd;
+    }
+    return Walk::kGoOn;
+}
+
+}  // namespace
+
+int ScanUndefined(const JobHost& host, UndefinedNames* names) {
+    UndefinedNames scratch;
+    if (!names) names = &scratch;
+    for (int slot = 0; slot < kLegacyLogSlots; ++slot)
+        if (ScanSlot(host, slot, names) == Walk::kEnd) return 0;
+    ShowJobMessage(host, kDefineNamesMessage, kLogImportTitle);
+    return 1;
+}
