@@ -49,9 +49,6 @@ protected:
         log_ = ReadFileText("ferry2.log");
         return status;
     }
-    void ExpectSilentEnd() {
-        EXPECT_TRUE(messages_.empty());
-    }
     UndefinedNames names_;
     std::vector<std::string> messages_;
     std::string log_;
@@ -61,7 +58,7 @@ TEST_F(ScanUndefinedTest, NoIndexFilesEndsAtOnceWithoutAMessage) {
     EXPECT_EQ(Scan(), 0);
     EXPECT_TRUE(names_.observers.empty());
     EXPECT_TRUE(names_.instruments.empty());
-    ExpectSilentEnd();
+    EXPECT_TRUE(messages_.empty());
     EXPECT_EQ(log_, "");
 }
 
@@ -177,7 +174,7 @@ TEST_F(ScanUndefinedTest, EarlyEndsAreSilentAndKeepWhatWasFound) {
         names_ = UndefinedNames{};
         EXPECT_EQ(Scan(), 0);
         EXPECT_EQ(names_.observers, c.observers);
-        ExpectSilentEnd();
+        EXPECT_TRUE(messages_.empty());
         EXPECT_EQ(log_, c.log);
     }
 }
