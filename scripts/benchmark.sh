@@ -20,7 +20,7 @@ bash scripts/ensure-packages.sh cmake ninja-build g++
 
 build=${BUILD_DIR:-build-sample}
 cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release -DFERRY2_TESTS=OFF >/dev/null
-cmake --build "$build" --target ferry2-cli make-big-legacy make-refdata >/dev/null
+cmake --build "$build" -j2 --target ferry2-cli make-big-legacy make-refdata >/dev/null
 build=$(cd "$build" && pwd)
 cli=$build/ferry2-cli
 
