@@ -1,32 +1,24 @@
 #include "legacy/import_lists.h"
 
 #include <cstdio>
-#include <cstring>
 
 #include "astro/instant.h"
 #include "astro/site.h"
-#include "catalog/legacy_name.h"
-#include "catalog/user_comets.h"
-#include "catalog/user_minor_planets.h"
 #include "catalog/user_stars.h"
 #include "legacy/import_result.h"
 #include "legacy/legacy_lists.h"
-#include "legacy/legacy_objects.h"
+#include "legacy/legacy_object_step.h"
 #include "stores/list_store.h"
 
 namespace {
 
 constexpr const char* kImportedDescription = "This observing list was imported from Vesperal 1.x";
 
-// A list row that has found no object keeps this PID.
-constexpr uint32_t kNoPid = 0xFFFFFFFFu;
-
 // Legacy classes from this one up never come into a list.
 constexpr int kFirstDroppedClass = 15;
 
 // The state of one run of the job. The star buffer lives as long as the
-// job: a star the PID map can't find goes on with whatever the buffer last
-// held, as the old program did.
+// job, as the object step asks.
 struct ListJob {
     explicit ListJob(const JobHost& h) : host(h) {}
     const JobHost& host;
@@ -41,18 +33,11 @@ struct ListJob {
 
 enum class Step { kNextRow, kLeaveJob };
 
-// Where an object row stands, for the log lines: list name, row, count.
-struct RowPlace {
-    const char* listName;
-    int row;
-    int count;
-};
-
 #if defined(__GNUC__)
 __attribute__((format(printf, 2, 0)))
 #endif
-void LogRow(const ListJob& job, const char* format, const RowPlace& at) {
-    LogPrintf(job.host.log, format, at.listName, at.row, at.count);
+void LogRow(const ListJob& job, const char* format, const ObjectRowPlace& at) {
+    LogPrintf(job.host.log, format, at.name, at.row, at.count);
 }
 
 // The fixed frame the catalogue search places its objects for: Palomar
@@ -65,133 +50,26 @@ void MakeReferenceFrame(Site* site, Instant* instant) {
     InstantSidereal(site, instant);
 }
 
-void SetListedClass(ObjectRecord& record, const LegacyListObject& row) {
-    record.objectClass = row.objectClass;
-    record.classMask = classMaskOf(row.objectClass);
-    record.sizeUnit = row.sizeUnit;
-}
-
-// A supplemental star: the catalogue object of its name when the reference
-// catalogues know it, else the user's star of that name. False when the
-// row was skipped, with the reason logged.
-bool StarObject(ListJob& job, const RowPlace& at, const LegacyListObject& row, ObjectRecord& record) {
-    {
-        FilePtr legacy = OpenLegacyStellar(job.host.legacyRoot, nullptr);
-        if (!legacy) {
-            LogRow(job, "Observing List: Error opening V1.x stellar data for %s -> %d of %d (skipped)\n", at);
-            return false;
-        }
-        long rowNumber = 0;
-        // A search that fails answers 0 and passes: the buffer keeps the star
-        // it held before.
-        if (FindLegacyStar(job.host.legacyRoot, legacy.get(), row.pid, &job.starBuffer, &rowNumber) < 0) {
-            LogRow(job, "Observing List: Error finding V1.x stellar database entry for %s -> %d of %d (skipped)\n",
-                   at);
-            return false;
-        }
-    }
-    char name[sizeof job.starBuffer.name + 1] = {};
-    std::memcpy(name, job.starBuffer.name, sizeof job.starBuffer.name);
-    ObjectRecord found[kMaxDesignationRecords];
-    if (resolveLegacyName(name, &job.site, &job.instant, nullptr, found) > 0) {
-        record = found[0];
-        return true;
-    }
-    FilePtr store = openStellar(nullptr);
-    if (!store) {
-        NoteUnopenedStore(job.host, kStellarPath);
-        LogRow(job, "Observing List: Error opening stellar database for %s -> %d of %d (skipped)\n", at);
-        return false;
-    }
-    if (addOrReplaceStellar(store.get(), &job.starBuffer) != 0) record.pid = job.starBuffer.pid;
-    SetListedClass(record, row);
-    return true;
-}
-
-// A comet: every row of its run goes to the user's comet store; the last
-// add that works gives the PID.
-bool CometObject(ListJob& job, const RowPlace& at, const LegacyListObject& row, ObjectRecord& record) {
-    int count = 0;
-    FilePtr legacy = OpenLegacyComets(job.host.legacyRoot, &count);
-    if (!legacy) {
-        LogRow(job, "Observing List: Error opening V1.x comet data for %s -> %d of %d (skipped)\n", at);
-        return false;
-    }
-    LegacyCometRow buffer;
-    RewindLegacyComets(legacy.get(), &buffer);
-    FilePtr store = openUserComets(nullptr);
-    if (!store) {
-        legacy.reset();
-        NoteUnopenedStore(job.host, kUserCometPath);
-        LogRow(job, "Observing List: Error opening comet database for %s -> %d of %d (skipped)\n", at);
-        return false;
-    }
-    long index = 0;
-    // PID 0 names no comet; it would also look like a buffer just rewound.
-    while (row.pid != 0 && NextLegacyCometRow(legacy.get(), &buffer, &index, row.pid, count)) {
-        uint16_t pid = 0;
-        if (addOrReplaceUserComet(store.get(), WidenLegacyComet(buffer), nullptr, &pid) != 0) record.pid = pid;
-    }
-    SetListedClass(record, row);
-    return true;
-}
-
-// A minor planet: every row of its run goes to the user's store as it
-// stands; the last add that works gives the PID.
-bool MinorPlanetObject(ListJob& job, const RowPlace& at, const LegacyListObject& row, ObjectRecord& record) {
-    uint32_t count = 0;
-    FilePtr legacy = OpenLegacyMinorPlanets(job.host.legacyRoot, &count);
-    if (!legacy) {
-        LogRow(job, "Observing List: Error opening V1.x MP data for %s -> %d of %d (skipped)\n", at);
-        return false;
-    }
-    UserMpRecord buffer;
-    RewindLegacyMinorPlanets(legacy.get(), &buffer);
-    uint32_t storeCount = 0;
-    FilePtr store = openUserMp(&storeCount);
-    if (!store) {
-        legacy.reset();
-        NoteUnopenedStore(job.host, kUserMpPath);
-        LogRow(job, "Observing List: Error opening MP database for %s -> %d of %d (skipped)\n", at);
-        return false;
-    }
-    long index = 0;
-    while (row.pid != 0 && NextLegacyMinorPlanetRow(legacy.get(), &buffer, &index, row.pid, count)) {
-        uint32_t pid = 0;
-        if (addOrReplaceUserMp(store.get(), buffer, &storeCount, &pid) != 0) record.pid = pid;
-    }
-    SetListedClass(record, row);
-    return true;
-}
+constexpr ObjectStepTexts kListObjectTexts = {
+    "Observing List: Error opening V1.x stellar data for %s -> %d of %d (skipped)\n",
+    "Observing List: Error finding V1.x stellar database entry for %s -> %d of %d (skipped)\n",
+    "Observing List: Error opening stellar database for %s -> %d of %d (skipped)\n",
+    "Observing List: Error opening V1.x comet data for %s -> %d of %d (skipped)\n",
+    "Observing List: Error opening comet database for %s -> %d of %d (skipped)\n",
+    "Observing List: Error opening V1.x MP data for %s -> %d of %d (skipped)\n",
+    "Observing List: Error opening MP database for %s -> %d of %d (skipped)\n",
+    "Observing List: Unknown supplemental class for %s -> %d of %d (skipped)\n",
+    "Observing List: No object PID for %s -> %d of %d (skipped)\n",
+};
 
 // One legacy object row into the new list.
-Step ObjectStep(ListJob& job, const RowPlace& at, const LegacyListObject& row, FILE* items, int* itemCount) {
+Step ObjectStep(ListJob& job, const ObjectRowPlace& at, const LegacyListObject& row, FILE* items, int* itemCount) {
     const int cls = row.objectClass;
     if (cls == kClassNone || cls >= kFirstDroppedClass) return Step::kNextRow;
 
+    const ObjectStepFrame frame{&job.host, &kListObjectTexts, &job.site, &job.instant, &job.starBuffer};
     ObjectRecord record;
-    initObjectRecord(&record);
-    if (!IsUserClass(cls)) {
-        record.pid = row.pid;
-        SetListedClass(record, row);
-    } else {
-        record.pid = kNoPid;
-        bool kept = false;
-        switch (cls) {
-            case kClassSupplementalStar: kept = StarObject(job, at, row, record); break;
-            case kClassUserComet: kept = CometObject(job, at, row, record); break;
-            case kClassUserMinorPlanet: kept = MinorPlanetObject(job, at, row, record); break;
-            default:
-                LogRow(job, "Observing List: Unknown supplemental class for %s -> %d of %d (skipped)\n", at);
-                break;
-        }
-        if (!kept) {
-            ++job.objectsSkipped;
-            return Step::kNextRow;
-        }
-    }
-    if (record.pid == kNoPid) {
-        LogRow(job, "Observing List: No object PID for %s -> %d of %d (skipped)\n", at);
+    if (!LegacyObjectRecord(frame, at, LegacyObjectRef{row.objectClass, row.pid, row.sizeUnit}, &record)) {
         ++job.objectsSkipped;
         return Step::kNextRow;
     }
@@ -266,7 +144,7 @@ Step ListStep(ListJob& job, int i, const LegacyListRow& entry) {
     int itemCount = 0;
     const int count = entry.objectCount;
     for (int j = 0; j < count; ++j) {
-        const RowPlace at{entry.name, j, count};
+        const ObjectRowPlace at{entry.name, j, count};
         LegacyListObject row;
         if (!ReadRecord<LegacyListObjectLayout>(legacy.get(), row)) {
             LogRow(job, "Observing List: Error reading %s -> %d of %d\n", at);

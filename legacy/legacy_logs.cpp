@@ -40,6 +40,7 @@ long ReadLegacyLogEntry(const std::string& legacyRoot, int slot, long number, Le
     FilePtr f = OpenRegularFile(LegacyLogEntryPath(legacyRoot, slot, number).c_str(), "rb");
     LegacyLogEntry entry;
     if (!f || !ReadRecord<LegacyLogEntryLayout>(f.get(), entry)) return 0;
+    entry.site.name[sizeof entry.site.name - 1] = '\0';
     entry.observer[sizeof entry.observer - 1] = '\0';
     entry.instrument[sizeof entry.instrument - 1] = '\0';
     entry.conditions[sizeof entry.conditions - 1] = '\0';

@@ -114,9 +114,9 @@ int SeekLegacyLogRows(FILE* index);
 int ReadLegacyLogRow(FILE* index, LegacyLogIndexRow* row);
 
 // Reads the entry `number` of the slot: its head, and the note (an empty
-// string when it has none or can't be read). The name fields always end in
-// a NUL. The entry's nextEntry, or 0 when the file can't be opened or its
-// head read (0 also when the file itself says 0).
+// string when it has none or can't be read). The name fields and the
+// site's name always end in a NUL. The entry's nextEntry, or 0 when the file
+// can't be opened or its head read (0 also when the file itself says 0).
 long ReadLegacyLogEntry(const std::string& legacyRoot, int slot, long number, LegacyLogEntry* entryOut,
                         std::string* noteOut);
 

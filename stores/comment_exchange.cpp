@@ -107,11 +107,10 @@ bool KeyOfRecord(const CommentRecord& record, IndexKey* key) {
 }  // namespace
 
 int CommentExport(uint16_t mask, const char* path, const char* title, const char* description) {
-    if (!path) return -1;
-    FilePtr file = OpenFile(path, "w+b");
+    ExchangeHeader header;
+    FilePtr file = ExchangeBeginFile(path, kExchangeLogCommentary, title, description, &header);
     if (!file) return -1;
-    const ExchangeHeader header = ExchangeMakeHeader(kExchangeLogCommentary, title, nullptr);
-    int count = ExchangeWriteHeader(file.get(), header, description) ? 0 : -1;
+    int count = 0;
     for (IndexMember member : kMembersInBitOrder) {
         if (count < 0 || (mask & member) == 0) continue;
         const int written = ExportMember(file.get(), member);

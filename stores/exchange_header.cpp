@@ -54,3 +54,18 @@ int ExchangeSetRecordCount(FILE* file, uint32_t count) {
     if (!WriteU32(file, count)) return 0;
     return std::fflush(file) == 0 && std::fseek(file, 0, SEEK_END) == 0 ? 1 : 0;
 }
+
+FilePtr ExchangeBeginFile(const char* path, int kind, const char* title, const char* description,
+                          ExchangeHeader* headerOut) {
+    if (!path) return nullptr;
+    FilePtr file = OpenFile(path, "w+b");
+    if (!file) return nullptr;
+    const ExchangeHeader header = ExchangeMakeHeader(kind, title, nullptr);
+    if (!ExchangeWriteHeader(file.get(), header, description) || std::fflush(file.get()) != 0) {
+        file.reset();  // Windows removes no file that is still open
+        std::remove(path);
+        return nullptr;
+    }
+    if (headerOut) *headerOut = header;
+    return file;
+}

@@ -13,6 +13,7 @@
 #include <cstdio>
 #include <string>
 
+#include "base/file_utils.h"
 #include "base/record_layout.h"
 
 inline constexpr uint16_t kExchangeMagic = 55555;
@@ -81,6 +82,13 @@ void ExchangeStampNow(uint8_t* stamp /* 8 bytes */);
 // Writes the header and the description with its NUL (a null description
 // is an empty one) at the stream's position. 1 or 0.
 int ExchangeWriteHeader(FILE* file, const ExchangeHeader& header, const char* description);
+
+// Makes the exchange file `path` ("w+b") and writes the header of `kind`,
+// stamped now, and the description. Null when the file can't be made or
+// written; a file begun is then removed. `headerOut` (may be null) gets the
+// header written.
+FilePtr ExchangeBeginFile(const char* path, int kind, const char* title, const char* description,
+                          ExchangeHeader* headerOut = nullptr);
 
 // Reads the header and the description from the stream's position. 0, with
 // the description empty, on a short read, a wrong magic, a major below 2 or

@@ -40,16 +40,7 @@ int ListNameAndCount(int slot, char* name, int* count) {
 }  // namespace
 
 FilePtr ListExportBegin(const char* path, const char* title, const char* description) {
-    if (!path) return nullptr;
-    FilePtr file = OpenFile(path, "w+b");
-    if (!file) return nullptr;
-    const ExchangeHeader header = ExchangeMakeHeader(kExchangeList, title, nullptr);
-    if (!ExchangeWriteHeader(file.get(), header, description) || std::fflush(file.get()) != 0) {
-        file.reset();
-        std::remove(path);
-        return nullptr;
-    }
-    return file;
+    return ExchangeBeginFile(path, kExchangeList, title, description);
 }
 
 int ListExportWrite(FILE* file, int slot, uint16_t includeFlags, ExchangeProgress progress, void* context) {

@@ -99,16 +99,7 @@ int ExportClass(FILE* file, int slot, const LogExportFilter* filter, uint32_t* c
 }  // namespace
 
 FilePtr LogExportBegin(const char* path, const char* title, const char* description) {
-    if (!path) return nullptr;
-    FilePtr file = OpenFile(path, "w+b");
-    if (!file) return nullptr;
-    const ExchangeHeader header = ExchangeMakeHeader(kExchangeLog, title, nullptr);
-    if (!ExchangeWriteHeader(file.get(), header, description) || std::fflush(file.get()) != 0) {
-        file.reset();
-        std::remove(path);
-        return nullptr;
-    }
-    return file;
+    return ExchangeBeginFile(path, kExchangeLog, title, description);
 }
 
 int LogExportEnd(FILE* file, uint32_t count) {

@@ -257,15 +257,13 @@ long MiscExport(const char* path, const char* title, const char* description) {
     if (!path) return -1;
     MiscIndex index;
     if (!ReadIndex(&index)) return -1;
-    FilePtr file = OpenFile(path, "w+b");
+    FilePtr file = ExchangeBeginFile(path, kExchangeMisc, title, description);
     if (!file) return -1;
     const auto fail = [&] {
         file.reset();
         platform::RemoveFile(path);
         return -1L;
     };
-    const ExchangeHeader header = ExchangeMakeHeader(kExchangeMisc, title, nullptr);
-    if (!ExchangeWriteHeader(file.get(), header, description)) return fail();
     for (const MiscIndexRow& row : index.rows) {
         MiscHeader page;
         std::string text;

@@ -1,44 +1,23 @@
 // Writes a small sample to try the program on: a version 1.x folder with
-// observing locations, instruments and observing lists, and a Vesperal 2
-// data folder whose user stores already hold some of them, with the seed
-// eyepiece pool and telescope table. The output is the same on every run.
+// observing locations, instruments, observing lists and observation logs,
+// and a Vesperal 2 data folder whose user stores already hold some of them,
+// with the seed eyepiece pool and telescope table. The output is the same on every run.
 //
 //   make-sample OUTDIR   ->  OUTDIR/legacy/, OUTDIR/vesperal2/
 #include <cstdio>
+#include <cstring>
 #include <string>
 #include <vector>
 
-#include <cstring>
-
+#include "astro/calendar.h"
+#include "base/file_utils.h"
 #include "catalog/comet_elements_text.h"
 #include "catalog/user_minor_planets.h"
 #include "catalog/user_stars.h"
-#include "legacy/legacy_instruments.h"
-#include "legacy/legacy_lists.h"
 #include "legacy/legacy_objects.h"
-#include "base/file_utils.h"
-#include "base/id_file.h"
-#include "stores/instrument_makers.h"
-#include "stores/instrument_store.h"
-#include "stores/observer_store.h"
-#include "stores/location_store.h"
-#include "stores/scope_table.h"
+#include "tools/sample_writers.h"
 
 namespace {
-
-constexpr double kDegree = 0.017453292519943295;
-
-struct SampleSite {
-    const char* name;
-    double westDegrees;   // negative east of Greenwich
-    double northDegrees;  // negative south
-    double metres;
-    double nakedEyeLimit;
-    double zoneHours;
-    uint8_t zoneIndex;
-    uint8_t elevationInFeet;
-    DstRule dst;
-};
 
 // The old US rule (first Sunday of April to last Sunday of October), which is
 // also the record's default, and the European one.
@@ -67,28 +46,6 @@ const std::vector<SampleSite> kStoreSites = {
     {"Kitt Peak National Observatory", 111.5967, 31.9583, 2096.0, 6.8, -7.0, 3, 0, kNoSummerTime},
 };
 
-// An eyepiece as a version 1.x instrument holds it: name, focal length in
-// mm, apparent field in degrees.
-struct SampleEyepiece {
-    const char* name;
-    double focalLength;
-    double fieldDegrees;
-};
-
-struct SampleSystem {
-    const char* name;
-    double aperture, focalLength, magnification;
-    std::vector<SampleEyepiece> eyepieces;
-    uint8_t currentEyepiece;
-};
-
-struct SampleInstrument {
-    const char* name;
-    uint8_t kind;  // 0 telescope, nonzero binoculars (3 as some old files have it)
-    uint8_t defaultEyepiece;  // 255: none chosen
-    std::vector<SampleSystem> systems;  // main, then the finder if any
-};
-
 // Eyepieces that the pool knows by name in another case or with trailing
 // blanks, one it knows by its optics under another name, and some it does
 // not know at all.
@@ -109,36 +66,6 @@ const std::vector<SampleInstrument> kLegacyInstruments = {
     {"Travel Scope 70mm", 0, 255, {{"Main", 70.0, 400.0, 0.0, {}, 0}}},
 };
 
-// The seed pool of the Vesperal 2 folder: nextId is past the count, as one
-// eyepiece (id 4) was deleted and its id is not given again.
-const std::vector<SampleEyepiece> kPoolEyepieces = {
-    {"Plossl 32mm", 32.0, 52.0},     {"Plossl 25mm", 25.0, 52.0},
-    {"Plossl 10mm", 10.0, 52.0},     {"Wide Field 20mm", 20.0, 68.0},
-    {"Ultra Wide 13mm", 13.0, 82.0}, {"Ultra Wide 8mm", 8.0, 82.0},
-    {"Orthoscopic 6mm", 6.0, 45.0},  {"Kellner 25mm", 25.0, 40.0},
-    {"Erfle 32mm", 32.0, 65.0},
-};
-
-// Generic telescope models for the new-telescope dialog.
-const std::vector<ScopeRow> kScopeModels = {
-    {1, 1, 80.0, 600.0, 1, 0, "Refractor 80mm f/7.5"},
-    {1, 1, 102.0, 714.0, 1, 0, "Refractor 102mm f/7"},
-    {2, 0, 203.2, 1219.2, 0, 1, "Dobsonian 8in f/6"},
-    {2, 0, 304.8, 1524.0, 0, 1, "Dobsonian 12in f/5"},
-    {2, 1, 130.0, 650.0, 0, 1, "Newtonian 130mm f/5 EQ"},
-    {3, 1, 203.2, 2032.0, 1, 0, "Schmidt-Cassegrain 8in f/10"},
-    {3, 1, 127.0, 1500.0, 1, 0, "Maksutov 127mm f/11.8"},
-};
-
-// One object of a version 1.x list: its class and the PID the list holds.
-// Catalogue PIDs are record numbers of the reference set that make-refdata
-// writes; the user classes (12 stars, 13 comets, 14 minor planets) hold the
-// PIDs of the version 1.x stellar.bin, comet.bin and mp.bin below.
-struct SampleObject {
-    uint8_t objectClass;
-    uint32_t pid;
-};
-
 constexpr SampleObject kM31{6, 4270}, kM33{6, 4590}, kM51{6, 8347}, kM81{6, 6293}, kNgc7331{6, 10023};
 constexpr SampleObject kM13{11, 135}, kM92{11, 150}, kM5{11, 125}, kM4{11, 131}, kM22{11, 185};
 constexpr SampleObject kM42{9, 170}, kM8{9, 270}, kM57{8, 93}, kM27{8, 111}, kM45{10, 657}, kM44{10, 416};
@@ -150,14 +77,6 @@ constexpr SampleObject kUserVega{12, 1}, kUserPolaris{12, 2}, kGardenStar{12, 3}
 constexpr SampleObject kHaleBopp{13, 2}, kEncke{13, 1}, kEros{14, 1};
 // Rows the importer drops without a word: class 0 and a fixed position.
 constexpr SampleObject kNoClass{0, 5}, kFixed{15, 77};
-
-// An observing list of the index. A null name marks a free index row;
-// `written` false leaves the object file out, so the list cannot be opened.
-struct SampleList {
-    const char* name;
-    std::vector<SampleObject> objects;
-    bool written;
-};
 
 const std::vector<SampleList> kLegacyLists = {
     {"Messier Marathon", {kM31, kM33, kM45, kM42, kM44, kM81, kM51, kM13, kM92, kM57, kM27, kM8}, true},
@@ -199,182 +118,6 @@ const std::vector<SampleComet> kLegacyComets = {
         "C/1995 O1 (Hale-Bopp)                                    MPC194091"},
 };
 
-const char* const kIniFolders[8] = {"data/small/", "data/stars/", "data/gsc/", "maps/1/",
-                                    "maps/2/",     "maps/3/",     "solar/",    "solar/elements/"};
-
-bool WriteLocations(const std::string& path, const std::vector<SampleSite>& sites) {
-    FilePtr f = OpenFile(path.c_str(), "wb");
-    if (!f || !WriteCount16(f.get(), static_cast<int>(sites.size()))) return false;
-    for (const SampleSite& s : sites) {
-        Site site;
-        std::string name = s.name;
-        SiteInit(&site, s.westDegrees * kDegree, s.northDegrees * kDegree, s.metres,
-                 s.nakedEyeLimit, s.zoneHours, name.data());
-        SiteSetDst(&site, s.dst);
-        const LocationTail tail{s.zoneIndex, s.elevationInFeet, 0};
-        if (!LocationRecordWrite(f.get(), site, tail)) return false;
-    }
-    return std::fclose(f.release()) == 0;
-}
-
-LegacySystem MakeLegacySystem(const SampleSystem& s) {
-    LegacySystem sys;
-    sys.aperture = s.aperture;
-    sys.focalLength = s.focalLength;
-    sys.focalRatio = s.focalLength / s.aperture;
-    sys.imageFlipA = 1;
-    sys.imageFlipB = 1;
-    std::strncpy(sys.systemName, s.name, sizeof sys.systemName - 1);
-    sys.eyepieceCount = static_cast<uint8_t>(s.eyepieces.size());
-    for (size_t j = 0; j < s.eyepieces.size() && j < kLegacyMaxEyepieces; ++j) {
-        const SampleEyepiece& e = s.eyepieces[j];
-        EyepieceSlot& slot = sys.eyepieces[j];
-        slot.focalLength = e.focalLength;
-        slot.apparentField = e.fieldDegrees * kDegree;
-        slot.barlowFactor = 1.0;
-        std::strncpy(slot.name, e.name, sizeof slot.name - 1);
-    }
-    // Version 1.x kept the derived values it had computed; work them out
-    // the same way here.
-    OpticalSystem derived;
-    derived.opticsType = 1;
-    derived.aperture = s.aperture;
-    derived.focalLength = s.focalLength;
-    OpticalSystemCompute(&derived);
-    sys.limitingMagnitude = derived.limitingMagnitude;
-    sys.highestPower = derived.highestPower;
-    sys.dawesLimit = derived.dawesLimit;
-    sys.currentEyepiece = s.currentEyepiece;
-    sys.magnification = s.magnification;
-    if (!s.eyepieces.empty() && s.currentEyepiece < s.eyepieces.size()) {
-        const SampleEyepiece& e = s.eyepieces[s.currentEyepiece];
-        sys.magnification = s.focalLength / e.focalLength;
-        sys.trueField = e.fieldDegrees * kDegree / sys.magnification;
-    }
-    return sys;
-}
-
-bool WriteInstruments(const std::string& path) {
-    FilePtr f = OpenFile(path.c_str(), "wb");
-    if (!f) return false;
-    uint8_t head[4];
-    le::PutU16(head, static_cast<uint16_t>(kLegacyInstruments.size() + 1));
-    le::PutU16(head + 2, static_cast<uint16_t>(kLegacyInstruments.size()));
-    if (std::fwrite(head, 1, 4, f.get()) != 4) return false;
-    uint16_t id = 1;
-    for (const SampleInstrument& s : kLegacyInstruments) {
-        LegacyInstrument r;
-        r.id = id++;
-        r.systemCount = static_cast<uint8_t>(s.systems.size());
-        r.kind = s.kind;
-        r.defaultEyepiece = s.defaultEyepiece;
-        if (s.systems.size() > 1) {
-            r.finderFlag = 1;
-            for (int i = 0; i < 3; ++i) r.finderCircles[i] = kFinderCircles[i];
-        }
-        for (size_t i = 0; i < s.systems.size() && i < 2; ++i)
-            r.systems[i] = MakeLegacySystem(s.systems[i]);
-        std::strncpy(r.name, s.name, sizeof r.name - 1);
-        if (!WriteRecord<LegacyInstrumentLayout>(f.get(), r)) return false;
-    }
-    return std::fclose(f.release()) == 0;
-}
-
-bool WriteEyepiecePool(const std::string& path) {
-    FilePtr f = OpenFile(path.c_str(), "wb");
-    const int count = static_cast<int>(kPoolEyepieces.size());
-    if (!f || !WriteIdHeader(f.get(), IdHeader{count + 1, count})) return false;
-    uint16_t id = 1;
-    for (const SampleEyepiece& e : kPoolEyepieces) {
-        if (id == 4) ++id;  // the deleted one
-        EyepieceRecord r;
-        std::strncpy(r.name, e.name, sizeof r.name - 1);
-        r.focalLength = static_cast<float>(e.focalLength);
-        r.apparentField = static_cast<float>(e.fieldDegrees);
-        r.id = id++;
-        if (!WriteRecord<EyepieceRecordLayout>(f.get(), r)) return false;
-    }
-    return std::fclose(f.release()) == 0;
-}
-
-bool WriteScopeTable(const std::string& path) {
-    FilePtr f = OpenFile(path.c_str(), "wb");
-    uint8_t head[4];
-    le::PutU32(head, static_cast<uint32_t>(kScopeModels.size()));
-    if (!f || std::fwrite(head, 1, 4, f.get()) != 4) return false;
-    for (const ScopeRow& row : kScopeModels)
-        if (!WriteRecord<ScopeRowLayout>(f.get(), row)) return false;
-    return std::fclose(f.release()) == 0;
-}
-
-// The user's instruments: the naked eye and an 8-inch SCT, which the
-// version 1.x folder also has.
-bool WriteInstrumentStore(const std::string& path) {
-    InstrumentRecord eye;
-    NakedEyeInit(&eye);
-    InstrumentRecord sct;
-    NewTelescopeInit(&sct, "SCT 8in");
-    OpticalSystemInit(&sct.mainSystem, "Main Scope", 3, 8.0, 80.0, 0.0, 1, 0, 0.25);
-    OpticalSystemCompute(&sct.mainSystem);
-    OpticalSystemCompute(&sct.finderSystem);
-
-    FilePtr f = OpenFile(path.c_str(), "w+b");
-    if (!f || !WriteIdHeader(f.get(), IdHeader{0, 0})) return false;
-    for (InstrumentRecord* r : {&eye, &sct})
-        if (!InstrumentAdd(f.get(), r)) return false;
-    return std::fclose(f.release()) == 0;
-}
-
-// The observers the log's entries name.
-bool WriteObserverStore(const std::string& path) {
-    FilePtr f = OpenFile(path.c_str(), "w+b");
-    if (!f || !WriteU16(f.get(), 0)) return false;
-    for (const auto& [name, age] : {std::pair{"Ann Lee", 42}, std::pair{"Cy Tran", 23}}) {
-        ObserverRecord r;
-        ObserverInit(&r, name, age, 0.0, 0.5);
-        if (!ObserverAdd(f.get(), r)) return false;
-    }
-    return std::fclose(f.release()) == 0;
-}
-
-bool WriteBytes(const std::string& path, const std::string& bytes, const char* mode) {
-    FilePtr f = OpenFile(path.c_str(), mode);
-    if (!f) return false;
-    if (std::fwrite(bytes.data(), 1, bytes.size(), f.get()) != bytes.size()) return false;
-    return std::fclose(f.release()) == 0;
-}
-
-template <class Layout, class R>
-void AppendImage(std::string& bytes, const R& record) {
-    const auto image = RecordImage<Layout>(record);
-    bytes.append(reinterpret_cast<const char*>(image.data()), image.size());
-}
-
-bool WriteLists(const std::string& dir) {
-    std::string index(2, '\0');
-    le::PutI16(reinterpret_cast<uint8_t*>(index.data()), static_cast<int16_t>(kLegacyLists.size()));
-    for (size_t i = 0; i < kLegacyLists.size(); ++i) {
-        const SampleList& list = kLegacyLists[i];
-        uint8_t row[kLegacyListRowSize] = {};
-        if (list.name) std::strncpy(reinterpret_cast<char*>(row), list.name, 32);
-        le::PutU16(row + 33, list.name ? static_cast<uint16_t>(list.objects.size()) : kLegacyFreeListRow);
-        index.append(reinterpret_cast<const char*>(row), sizeof row);
-        if (!list.written) continue;
-        std::string objects(kLegacyListHeaderSize, '\0');
-        for (const SampleObject& o : list.objects) {
-            uint8_t object[kLegacyListObjectSize] = {};
-            object[16] = 2;  // the row's flags: computed values to be redone
-            le::PutU32(object + 26, o.pid);
-            object[30] = o.objectClass;
-            objects.append(reinterpret_cast<const char*>(object), sizeof object);
-        }
-        char name[32];
-        std::snprintf(name, sizeof name, "/obs.%03d", static_cast<int>(i));
-        if (!WriteBytes(dir + name, objects, "wb")) return false;
-    }
-    return WriteBytes(dir + "/obs.idx", index, "wb");
-}
-
 // stellar.bin: u16 count, four bytes not read, 47-byte star rows. No
 // us_pid.bin: the importer makes it.
 bool WriteLegacyStars(const std::string& dir) {
@@ -382,7 +125,7 @@ bool WriteLegacyStars(const std::string& dir) {
     le::PutU16(reinterpret_cast<uint8_t*>(bytes.data()), static_cast<uint16_t>(kLegacyStars.size()));
     for (const SampleStar& s : kLegacyStars) {
         StellarRecord r;
-        if (!makeStellarRecord(&r, s.name, s.raDegrees * kDegree, s.decDegrees * kDegree, s.magnitude)) return false;
+        if (!makeStellarRecord(&r, s.name, s.raDegrees * kSampleDegree, s.decDegrees * kSampleDegree, s.magnitude)) return false;
         r.pid = s.pid;
         AppendImage<StellarRecordLayout>(bytes, r);
     }
@@ -434,40 +177,93 @@ bool WriteLegacyMinorPlanets(const std::string& dir) {
     return WriteBytes(dir + "/mp.bin", bytes, "wb");
 }
 
-bool MakeFolders(const std::string& base, const std::string& relative) {
-    std::string path = base;
-    size_t start = 0;
-    while (start < relative.size()) {
-        size_t slash = relative.find('/', start);
-        if (slash == std::string::npos) slash = relative.size();
-        path += "/" + relative.substr(start, slash - start);
-        if (!MakeFolder(path.c_str())) return false;
-        start = slash + 1;
-    }
-    return true;
+// The version 1.x observation logs. Places: the store holds Kitt Peak at
+// the same place, "Home" at another, and neither knows the meadow.
+const SampleSite kMeadow{"Dark Sky Meadow", 105.5, 40.3, 2450.0, 6.9, -7.0, 3, 0, kUsRule};
+
+const Site& LegacySite(const char* name) {
+    static std::vector<Site> sites;
+    if (sites.empty())
+        for (const SampleSite& s : kLegacySites) sites.push_back(MakeSampleSite(s));
+    for (const Site& site : sites)
+        if (std::strcmp(site.name, name) == 0) return site;
+    return sites.front();
+}
+
+SampleLogEntry LogEntryOf(const SampleObject& object, double jd, const Site& site, const char* observer,
+                          const char* instrument, const char* conditions, const char* note) {
+    return {MakeLegacyLogHead(object, jd, site, observer, instrument, conditions), note, true};
+}
+
+// Observers the store knows ("Ann Lee", "Cy Tran"), knows by prefix ("Ann
+// Lee (club)"), and doesn't ("Kim Osei", "Dee Park", written once with a
+// tab inside, and an empty name); instruments the store knows ("SCT 8in",
+// "Naked Eye"), knows after the instrument import ("Dobsonian 10in",
+// "Refractor 80mm ED", "Binoculars 10x50"), and doesn't ("Opera Glass
+// 3x25"). One entry has no date; one chain lost its middle file.
+SampleLogSlots SampleLogs() {
+    const Site& home = LegacySite("Home");
+    const Site& kittPeak = LegacySite("Kitt Peak National Observatory");
+    const Site& springs = LegacySite("Cherry Springs State Park");
+    const Site meadow = MakeSampleSite(kMeadow);
+    SampleLogSlots slots;
+    slots[SampleLogSlotOf(kM31.objectClass)] = {
+        {LogEntryOf(kM31, JulianDay(11, 22, 2000, 3.25), home, "Ann Lee", "SCT 8in", "Transparent, seeing 3/5",
+                    "Dust lane seen with averted vision."),
+         LogEntryOf(kM31, JulianDay(10, 5, 2002, 6.5), kittPeak, "Ann Lee (club)", "Naked Eye", "", "")},
+        {LogEntryOf(kM33, JulianDay(9, 14, 2001, 4.0), springs, "Cy Tran", "Dobsonian 10in", "Dark, no Moon",
+                    "Spiral arms hinted."),
+         {MakeLegacyLogHead(kM33, JulianDay(9, 15, 2001, 4.0), springs, "Cy Tran", "Dobsonian 10in", ""),
+          "This file is missing.", false},
+         LogEntryOf(kM33, JulianDay(9, 16, 2001, 4.0), springs, "Cy Tran", "Dobsonian 10in", "",
+                    "Behind the missing file: never reached.")},
+    };
+    slots[SampleLogSlotOf(kM13.objectClass)] = {
+        {LogEntryOf(kM13, JulianDay(7, 20, 2004, 5.0), meadow, "Cy Tran", "Dobsonian 10in", "Humid, some haze",
+                    "Resolved to the core at 250x.")},
+    };
+    slots[SampleLogSlotOf(kVegaStar.objectClass)] = {
+        {LogEntryOf(kVegaStar, 0.0, home, "", "Naked Eye", "", "Entered without a date.")},
+        {LogEntryOf(kGardenStar, JulianDay(8, 2, 2003, 4.5), home, "Dee Park", "Opera Glass 3x25", "",
+                    "Faint, orange.")},
+    };
+    slots[SampleLogSlotOf(kM42.objectClass)] = {
+        {LogEntryOf(kM42, JulianDay(1, 12, 2005, 4.0), home, "Dee \tPark", "SCT 8in", "Cold, steady air",
+                    "Trapezium: four stars.")},
+    };
+    slots[SampleLogSlotOf(kM57.objectClass)] = {
+        {LogEntryOf(kM57, JulianDay(6, 30, 2003, 6.0), kittPeak, "Ann Lee", "SCT 8in", "", "")},
+    };
+    slots[SampleLogSlotOf(kM45.objectClass)] = {
+        {LogEntryOf(kM45, JulianDay(11, 1, 2006, 5.0), home, "Kim Osei", "Binoculars 10x50", "Moonlit",
+                    "Whole cluster in one field.")},
+    };
+    slots[SampleLogSlotOf(kHaleBopp.objectClass)] = {
+        {LogEntryOf(kHaleBopp, JulianDay(3, 23, 1997, 3.0), home, "Cy Tran", "Naked Eye",
+                    "Low in the north-west after dusk", "Two tails; the blue one long and straight.")},
+    };
+    slots[SampleLogSlotOf(kEros.objectClass)] = {
+        {LogEntryOf(kEros, JulianDay(1, 31, 2001, 8.0), home, "Ann Lee", "Refractor 80mm ED", "",
+                    "Moved against the field stars in an hour.")},
+    };
+    return slots;
 }
 
 bool MakeLegacyFolder(const std::string& dir) {
-    if (!MakeFolder(dir.c_str())) return false;
-    // charts.bin proves the folder; an empty chart list is enough.
-    return WriteBytes(dir + "/charts.bin", std::string("\0\0", 2), "wb") &&
-           WriteLocations(dir + "/loc.bin", kLegacySites) &&
-           WriteInstruments(dir + "/instr.bin") && WriteLists(dir) && WriteLegacyStars(dir) &&
-           WriteLegacyComets(dir) && WriteLegacyMinorPlanets(dir);
+    return MakeFolder(dir.c_str()) && WriteEmptyCharts(dir) && WriteLocations(dir + "/loc.bin", kLegacySites) &&
+           WriteLegacyInstruments(dir + "/instr.bin", kLegacyInstruments) && WriteLegacyLists(dir, kLegacyLists) &&
+           WriteLegacyStars(dir) && WriteLegacyComets(dir) && WriteLegacyMinorPlanets(dir) &&
+           WriteLegacyLogs(dir, SampleLogs());
 }
 
+// The store's instruments: the naked eye and an 8-inch SCT, which the
+// version 1.x folder also has; its observers: those the log's entries name.
 bool MakeDataFolder(const std::string& dir) {
-    if (!MakeFolder(dir.c_str()) || !MakeFolders(dir, "user")) return false;
-    std::string ini;
-    for (const char* folder : kIniFolders) {
-        if (!MakeFolders(dir, folder)) return false;
-        ini += folder;
-        ini += "\r\n";  // the installer writes Windows line ends
-    }
-    return WriteBytes(dir + "/vesperal.ini", ini, "wb") &&
-           WriteLocations(dir + "/user/loc.bin", kStoreSites) &&
-           WriteEyepiecePool(dir + "/eyep.bin") && WriteScopeTable(dir + "/scopes.bin") &&
-           WriteInstrumentStore(dir + "/user/instr.bin") && WriteObserverStore(dir + "/user/observer.bin");
+    return MakeFolder(dir.c_str()) && MakeFolders(dir, "user") && WriteVesperalIni(dir) &&
+           WriteLocations(dir + "/user/loc.bin", kStoreSites) && WriteSeedEyepiecePool(dir + "/eyep.bin") &&
+           WriteSeedScopeTable(dir + "/scopes.bin") &&
+           WriteInstrumentStore(dir + "/user/instr.bin", BasicStoreInstruments()) &&
+           WriteObserverStore(dir + "/user/observer.bin", {{"Ann Lee", 42}, {"Cy Tran", 23}});
 }
 
 }  // namespace
