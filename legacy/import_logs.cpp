@@ -18,11 +18,6 @@
 
 namespace {
 
-// What an empty observer or instrument name is looked up and shown as.
-constexpr const char* kBlankName = "(blank)";
-// The instrument name that needs no store record.
-constexpr const char* kNakedEyeName = "Naked Eye";
-
 // Julian days outside [kEarliestJd, kLatestJd] can't be real observations
 // of a version 1.x log; such an entry is imported with kStandInJd instead.
 // The upper bound is the start of 2010 in the planner's calendar.

@@ -21,6 +21,11 @@
 
 inline constexpr int kLegacyLogSlots = 12;
 
+// What an empty observer or instrument name is looked up and shown as.
+inline constexpr const char* kBlankName = "(blank)";
+// The instrument name that needs no store record.
+inline constexpr const char* kNakedEyeName = "Naked Eye";
+
 struct LegacyLogIndexHead {
     uint32_t count = 0;  // only written to the log
     uint32_t num = 0;    // rows that follow

@@ -4,8 +4,7 @@
 #include <cstring>
 #include <set>
 
-#include "base/counted_file.h"
-#include "base/prefix_match.h"
+#include "legacy/import_logs.h"
 #include "legacy/legacy_logs.h"
 #include "stores/instrument_store.h"
 #include "stores/location_store.h"
@@ -17,20 +16,6 @@ enum class Walk { kGoOn, kEnd };
 
 bool Listed(const std::vector<std::string>& list, const char* text) {
     return std::find(list.begin(), list.end(), text) != list.end();
-}
-
-// Whether a stored observer's name is a prefix of `name`, as the log import
-// finds observers. An empty name is never known.
-bool ObserverKnown(FILE* store, const char* name) {
-    int count = 0;
-    if (name[0] == '\0' || !CountedReadCount(store, &count)) return false;
-    for (int i = 0; i < count; ++i) {
-        ObserverRecord stored;
-        if (!ReadRecord<ObserverRecordLayout>(store, stored)) return false;
-        stored.name[sizeof stored.name - 1] = '\0';
-        if (PrefixMatch(stored.name, name)) return true;
-    }
-    return false;
 }
 
 // A log location the store lacks by name joins it, with a cleared tail; a
@@ -60,7 +45,8 @@ Walk ScanObserver(char* name, UndefinedNames* names) {
     FilePtr store = ObserverStoreOpen(&count);
     if (!store) return Walk::kEnd;
     CleanObserverName(name);
-    if (!ObserverKnown(store.get(), name)) {
+    ObserverRecord stored;
+    if (!FindObserverByPrefix(store.get(), name, &stored)) {
         const char* shown = name[0] ? name : kBlankName;
         if (!Listed(names->observers, shown)) names->observers.emplace_back(shown);
     }

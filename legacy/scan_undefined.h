@@ -19,10 +19,6 @@ inline constexpr const char* kDefineNamesMessage =
     "or link it to an existing one.  Once all of the entries are cleared\r\n"
     "you may proceed to import your logs.";
 
-// An empty observer or instrument name stands in the lists as this.
-inline constexpr const char* kBlankName = "(blank)";
-inline constexpr const char* kNakedEyeName = "Naked Eye";
-
 // The two lists of the page, in the order the walk met the names.
 struct UndefinedNames {
     std::vector<std::string> observers;

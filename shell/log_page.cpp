@@ -2,6 +2,7 @@
 
 #include <cstdio>
 
+#include "legacy/import_logs.h"
 #include "stores/default_instruments.h"
 #include "stores/instrument_store.h"
 #include "stores/observer_store.h"
@@ -178,8 +179,6 @@ int LogPageLink(LogPage* page, const LogPageQuestions& ask) {
 void LogPageClose(LogPage* page) { LogPageInit(page); }
 
 int RunLogImport(LogPage* page, JobHost host) {
-    // The log import job takes the page's links through the host and runs
-    // here; until it is part of the program the button does nothing.
     host.logLinks = &page->links;
-    return 0;
+    return ImportLogs(host);
 }

@@ -62,3 +62,29 @@ inline void WriteLegacyLogIndex(int slot, const std::vector<int32_t>& firstEntri
 inline void WriteEmptyLegacyLogIndexes() {
     for (int slot = 0; slot < kLegacyLogSlots; ++slot) WriteLegacyLogIndex(slot, {});
 }
+
+// One entry of a chain: who observed with what, and where.
+struct LogChainEntry {
+    const char* observer;
+    const char* instrument;
+    const char* place = "Home";
+    double latitudeDegrees = 51.5;
+};
+
+// Slot `slot` holds one row per chain given, its entries numbered on from 1
+// across the slot; every other slot is empty.
+inline void WriteLegacyLogChains(int slot, const std::vector<std::vector<LogChainEntry>>& chains) {
+    WriteEmptyLegacyLogIndexes();
+    std::vector<int32_t> firsts;
+    int32_t number = 1;
+    for (const std::vector<LogChainEntry>& chain : chains) {
+        firsts.push_back(number);
+        for (size_t i = 0; i < chain.size(); ++i, ++number) {
+            const LogChainEntry& c = chain[i];
+            const LegacyLogEntry e = LegacyEntry(5, 6990, 2450000.5, c.observer, c.instrument,
+                                                 LogSite(c.place, 0.0, c.latitudeDegrees));
+            WriteLegacyLogEntry(slot, number, e, i + 1 < chain.size() ? number + 1 : -1);
+        }
+    }
+    WriteLegacyLogIndex(slot, firsts);
+}

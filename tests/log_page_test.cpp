@@ -1,4 +1,4 @@
-#include "log_folder_fixture.h"
+#include "legacy_log_fixtures.h"
 #include "shell/log_page.h"
 #include "stores/observer_store.h"
 
@@ -19,7 +19,7 @@ protected:
         ScratchTest::SetUp();
         MakeDirs("user");
         WriteFileBytes("user/instr.bin", InstrumentStoreBytes({"Dob", "Mak"}, 2));
-        WriteLegacyLogFolder("v1", 0, {{{"Bob", "Refractor"}, {"Cy", "Big Binos"}}});
+        WriteLegacyLogChains(0, {{{"Bob", "Refractor"}, {"Cy", "Big Binos"}}});
         Rescan();
     }
     void TearDown() override {
@@ -29,7 +29,7 @@ protected:
     void Rescan() {
         LogPageClose(&page_);
         JobHost host;
-        host.legacyRoot = "v1";
+        host.legacyRoot = "legacy";
         LogPageScan(&page_, host);
     }
     // Selects the row and presses Create (or Link); the user answers the

@@ -1,8 +1,9 @@
 #include <cstring>
 
 #include "legacy/scan_undefined.h"
-#include "log_folder_fixture.h"
+#include "legacy_log_fixtures.h"
 #include "shell/import_log.h"
+#include "stores/location_store.h"
 #include "stores/observer_store.h"
 
 namespace {
@@ -28,9 +29,9 @@ protected:
     }
     static void MakeFolders() {
         std::filesystem::remove_all("user");
-        std::filesystem::remove_all("v1");
+        std::filesystem::remove_all("legacy");
         MakeDirs("user");
-        MakeDirs("v1");
+        MakeDirs("legacy");
         WriteFileBytes("user/observer.bin", ObserverStoreBytes({"Ann"}));
         WriteFileBytes("user/instr.bin", InstrumentStoreBytes({"Dob"}));
     }
@@ -40,7 +41,7 @@ protected:
         FilePtr log = OpenImportLog();
         JobHost host;
         host.log = log.get();
-        host.legacyRoot = "v1";
+        host.legacyRoot = "legacy";
         host.showMessage = [this](const char* text, const char* title) {
             messages_.push_back(title + std::string("|") + text);
         };
@@ -64,7 +65,7 @@ TEST_F(ScanUndefinedTest, NoIndexFilesEndsAtOnceWithoutAMessage) {
 
 TEST_F(ScanUndefinedTest, FullWalkShowsTheMessageEvenWhenEverythingIsKnown) {
     // "Ann" is a prefix of the log's name, in any case; "Naked Eye" needs no record.
-    WriteLegacyLogFolder("v1", 4, {{{"ANN Smith", "Dob"}, {"Ann", "Naked Eye"}}});
+    WriteLegacyLogChains(4, {{{"ANN Smith", "Dob"}, {"Ann", "Naked Eye"}}});
     EXPECT_EQ(Scan(), 1);
     EXPECT_TRUE(names_.observers.empty());
     EXPECT_TRUE(names_.instruments.empty());
@@ -78,7 +79,7 @@ TEST_F(ScanUndefinedTest, FullWalkShowsTheMessageEvenWhenEverythingIsKnown) {
 }
 
 TEST_F(ScanUndefinedTest, EachDistinctTextIsListedOnceInWalkOrder) {
-    WriteLegacyLogFolder("v1", 0,
+    WriteLegacyLogChains(0,
                          {{{"Bob", "Refractor"}, {"Bo\tb\r\n", "Refractor"}, {"bob", "refractor"}},
                           {{"", ""}, {"\t", "Naked Eye"}, {"Ann", "naked eye"}},
                           {{"Cy", ""}, {"(blank)", "Re\tfractor"}}});
@@ -92,24 +93,25 @@ TEST_F(ScanUndefinedTest, EachDistinctTextIsListedOnceInWalkOrder) {
 }
 
 TEST_F(ScanUndefinedTest, LocationsTheStoreLacksByNameAreAdded) {
-    WriteFileBytes("user/loc.bin", LocationFileBytes({LocationBytes("Home", 1.0, 0.5),
-                                                      LocationBytes("Away", 2.0, 0.5, 3, 4)}));
-    WriteLegacyLogFolder("v1", 11,
-                         {{{"Ann", "Dob", "Home", 1.0, 0.5},
-                           {"Ann", "Dob", "Away", 3.0, 0.5},
-                           {"Ann", "Dob", "Cabin", 0.3, 0.2},
-                           {"Ann", "Dob", "Cabin", 0.3, 0.2}}});
+    const auto stored = [](const char* name, double latitude, uint8_t zone) {
+        const auto image = RecordImage<LocationRecordLayout>(LocationRecord{LogSite(name, 0.0, latitude), {zone, 0, 0}});
+        return Bytes(image.begin(), image.end());
+    };
+    WriteFileBytes("user/loc.bin", LocationFileBytes({stored("Home", 51.5, 1), stored("Away", 10.0, 2)}));
+    WriteLegacyLogChains(11, {{{"Ann", "Dob", "Home"},
+                               {"Ann", "Dob", "Away"},  // the same name at another place
+                               {"Ann", "Dob", "Cabin", 30.0},
+                               {"Ann", "Dob", "Cabin", 30.0}}});
     EXPECT_EQ(Scan(), 1);
     EXPECT_EQ(ReadFileBytes("user/loc.bin"),
-              LocationFileBytes({LocationBytes("Home", 1.0, 0.5), LocationBytes("Away", 2.0, 0.5, 3, 4),
-                                 LocationBytes("Cabin", 0.3, 0.2)}));
+              LocationFileBytes({stored("Home", 51.5, 1), stored("Away", 10.0, 2), stored("Cabin", 30.0, 0)}));
 }
 
 TEST_F(ScanUndefinedTest, EntryAndIndexWrittenByHandAreRead) {
-    MakeDirs("v1/log/cC");
-    for (int slot = 0; slot < 12; ++slot) WriteFileBytes("v1/log/class." + std::to_string(slot), Bytes(8, 0));
+    MakeDirs("legacy/log/cC");
+    for (int slot = 0; slot < 12; ++slot) WriteFileBytes("legacy/log/class." + std::to_string(slot), Bytes(8, 0));
     // class.2: count 9, num 1, one row: flags 0xFFFFFFFF, first entry 7.
-    WriteFileBytes("v1/log/class.2", {9, 0, 0, 0, 1, 0, 0, 0, 0xFF, 0xFF, 0xFF, 0xFF, 7, 0, 0, 0});
+    WriteFileBytes("legacy/log/class.2", {9, 0, 0, 0, 1, 0, 0, 0, 0xFF, 0xFF, 0xFF, 0xFF, 7, 0, 0, 0});
     Bytes entry(440 + 3, 0);
     PokeU32(entry, 0, 0xFFFFFFFFu);  // next -1: the chain ends
     PokeF64(entry, 12, 1.0);          // the place: longitude, latitude, name
@@ -120,7 +122,7 @@ TEST_F(ScanUndefinedTest, EntryAndIndexWrittenByHandAreRead) {
     std::memcpy(&entry[357], "Clear", 5);
     PokeU16(entry, 438, 3);
     std::memcpy(&entry[440], "ok", 3);
-    WriteFileBytes("v1/log/cC/00000007.bin", entry);
+    WriteFileBytes("legacy/log/cC/00000007.bin", entry);
     EXPECT_EQ(Scan(), 1);
     EXPECT_EQ(names_.observers, (Names{"Zed"}));
     EXPECT_EQ(names_.instruments, (Names{"Big Mak"}));
@@ -128,16 +130,16 @@ TEST_F(ScanUndefinedTest, EntryAndIndexWrittenByHandAreRead) {
 }
 
 TEST_F(ScanUndefinedTest, UnreadableEntryEndsOnlyItsChain) {
-    WriteLegacyLogFolder("v1", 3, {{{"Bob", "Dob"}, {"Lost", "Dob"}, {"Gone", "Dob"}}, {{"Cy", "Dob"}}});
-    std::filesystem::remove(LegacyLogEntryPath("v1", 3, 2));
+    WriteLegacyLogChains(3, {{{"Bob", "Dob"}, {"Lost", "Dob"}, {"Gone", "Dob"}}, {{"Cy", "Dob"}}});
+    std::filesystem::remove(LegacyLogEntryPath("legacy", 3, 2));
     EXPECT_EQ(Scan(), 1);
     EXPECT_EQ(names_.observers, (Names{"Bob", "Cy"}));
     EXPECT_EQ(messages_.size(), 1u);
 }
 
 TEST_F(ScanUndefinedTest, ChainInACircleEndsWhereItComesBack) {
-    WriteLegacyLogFolder("v1", 0, {{{"Bob", "Dob"}, {"Cy", "Dob"}}});
-    WriteLegacyLogEntryFile("v1", 0, 2, LegacyLogEntryOf({"Cy", "Dob"}, 1));
+    WriteLegacyLogChains(0, {{{"Bob", "Dob"}, {"Cy", "Dob"}}});
+    WriteLegacyLogEntry(0, 2, LegacyEntry(5, 6990, 2450000.5, "Cy", "Dob", LogSite("Home")), 1);
     EXPECT_EQ(Scan(), 1);
     EXPECT_EQ(names_.observers, (Names{"Bob", "Cy"}));
 }
@@ -153,11 +155,11 @@ struct EarlyEnd {
 
 const EarlyEnd kEarlyEnds[] = {
     {"a later class file missing",
-     [] { std::filesystem::remove(LegacyLogIndexPath("v1", 6)); }, {"Bob", "Cy", "Dee"}, ""},
+     [] { std::filesystem::remove(LegacyLogIndexPath("legacy", 6)); }, {"Bob", "Cy", "Dee"}, ""},
     {"a short index",
-     [] { WriteFileBytes(LegacyLogIndexPath("v1", 0), Bytes{2, 0, 0, 0, 2, 0, 0, 0, 0, 0, 0, 0, 1, 0, 0, 0}); },
+     [] { WriteFileBytes(LegacyLogIndexPath("legacy", 0), Bytes{2, 0, 0, 0, 2, 0, 0, 0, 0, 0, 0, 0, 1, 0, 0, 0}); },
      {"Bob", "Cy"}, ""},
-    {"an index without num", [] { WriteFileBytes(LegacyLogIndexPath("v1", 0), Bytes{2, 0, 0, 0, 2}); }, {}, ""},
+    {"an index without num", [] { WriteFileBytes(LegacyLogIndexPath("legacy", 0), Bytes{2, 0, 0, 0, 2}); }, {}, ""},
     {"no instrument store", [] { std::filesystem::remove("user/instr.bin"); }, {"Bob"}, ""},
     {"an observer store in the way",
      [] { std::filesystem::remove("user/observer.bin"); MakeDirs("user/observer.bin"); }, {}, ""},
@@ -169,7 +171,7 @@ TEST_F(ScanUndefinedTest, EarlyEndsAreSilentAndKeepWhatWasFound) {
     for (const EarlyEnd& c : kEarlyEnds) {
         SCOPED_TRACE(c.what);
         MakeFolders();
-        WriteLegacyLogFolder("v1", 0, {{{"Bob", "Dob"}, {"Cy", "Dob"}}, {{"Dee", "Dob"}}});
+        WriteLegacyLogChains(0, {{{"Bob", "Dob"}, {"Cy", "Dob"}}, {{"Dee", "Dob"}}});
         c.damage();
         names_ = UndefinedNames{};
         EXPECT_EQ(Scan(), 0);

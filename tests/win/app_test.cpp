@@ -11,7 +11,7 @@
 #include "data/resource.h"
 #include "base/file_utils.h"
 #include "shell/win/app.h"
-#include "log_folder_fixture.h"
+#include "legacy_log_fixtures.h"
 #include "support.h"
 #include "ui/table_model.h"
 #include "win_support.h"
@@ -287,9 +287,11 @@ protected:
     void SetUp() override {
         AppTest::SetUp();
         WriteFileBytes("user/instr.bin", InstrumentStoreBytes({"Dob", "Mak"}, 2));
-        WriteLegacyLogFolder("v1", 2, {{{"Zed", "Refractor"}, {"Amy", "Big Binos"}}, {{"Zed", "Dob"}}});
+        MakeDirs("legacy");
+        WriteFileBytes("legacy/charts.bin", {0, 0});
+        WriteLegacyLogChains(2, {{{"Zed", "Refractor"}, {"Amy", "Big Binos"}}, {{"Zed", "Dob"}}});
         StartAsking();
-        PressOk("v1");
+        PressOk("legacy");
         ShownMessages().clear();
     }
     static bool ImportEnabled() { return IsWindowEnabled(GetDlgItem(App().pageWindow, IDC_IMPORT)); }
@@ -376,6 +378,15 @@ TEST_F(LogsPageTest, CreateAndLinkTakeRowsOutAndTheLastEnablesImport) {
     EXPECT_STREQ(App().logPage.links.undefinedInstruments[1].record.name, "Mak");
     ASSERT_EQ(App().logPage.links.undefinedObservers.size(), 2u);
     EXPECT_STREQ(App().logPage.links.undefinedObservers[1].record.name, "Amy");
+
+    // Import runs the log job with the page's links: no entry is skipped
+    // for its observer or instrument. (Without reference catalogues here
+    // the log store can't place the objects, so none is added.)
+    ShownMessages().clear();
+    Click(IDC_IMPORT);
+    ASSERT_EQ(ShownMessages().size(), 1u);
+    EXPECT_EQ(ShownMessages()[0].title, "Ferry 2 Message");
+    EXPECT_EQ(ShownMessages()[0].text.substr(0, 38), "0 log entries imported of 3 (0 skipped");
 
     // Away and back: the links are gone, and only the names that were
     // linked, not made, come back.
