@@ -4,11 +4,13 @@
 #include <cmath>
 #include <cstring>
 #include <utility>
+#include <vector>
 
 #include "astro/numeric.h"
 #include "astro/precession.h"
 #include "astro/spherical.h"
 #include "base/prefix_match.h"
+#include "base/store_damage.h"
 #include "catalog/catalogue_codes.h"
 #include "catalog/catalogue_files.h"
 #include "catalog/index_runs.h"
@@ -93,13 +95,25 @@ bool constellationRectangleHolds(double raFirst, double raSecond, double decFirs
 
 int constellationOfB1875Place(FILE* conrect, double ra, double dec) {
     if (!conrect) return -1;
+    // The file is small (the heads of 89 zones and their rectangles): one
+    // read of all of it, then the walk in memory, costs far less than a seek
+    // and read for each head and rectangle.
+    const int64_t size = StreamSize(conrect);
+    if (size <= 0) return -1;
+    std::vector<uint8_t> bytes(static_cast<size_t>(size));
+    if (!readAt(conrect, 0, bytes.data(), bytes.size())) return -1;
+    const auto holds = [&](size_t at, size_t width) { return at + width <= bytes.size(); };
     for (int zone = 0; zone < kConstellationZones; ++zone) {
+        const size_t headAt = static_cast<size_t>(zone) * ShortRunLayout::kSize;
+        if (!holds(headAt, ShortRunLayout::kSize)) return -1;
         ShortRunHead run;
-        if (!readShortRunHead(conrect, zone, &run)) return -1;
+        DecodeRecord<ShortRunLayout>(bytes.data() + headAt, run);
         for (long i = 0; i < run.count; ++i) {
+            const size_t at =
+                static_cast<size_t>(run.offset) + static_cast<size_t>(i) * ConstellationRectangleLayout::kSize;
+            if (!holds(at, ConstellationRectangleLayout::kSize)) return -1;
             ConstellationRectangleRecord r;
-            const long at = static_cast<long>(run.offset) + i * static_cast<long>(ConstellationRectangleLayout::kSize);
-            if (!ReadAt<ConstellationRectangleLayout>(conrect, at, &r)) return -1;
+            DecodeRecord<ConstellationRectangleLayout>(bytes.data() + at, r);
             if (constellationRectangleHolds(scaledAngleToRadians(r.raFirst), scaledAngleToRadians(r.raSecond),
                                             scaledAngleToRadians(r.decFirst), scaledAngleToRadians(r.decSecond),
                                             ra, dec))

@@ -94,6 +94,9 @@ struct InstrumentRecord {
     char name[32] = {};
 };
 
+// Where the name stands in the record: a search by name reads only this.
+inline constexpr long kInstrumentNameOffset = 8718;
+
 struct InstrumentRecordLayout {
     static constexpr size_t kSize = 8750;
     template <class Io, class R>
@@ -108,7 +111,7 @@ struct InstrumentRecordLayout {
         NestedFields<OpticalSystemLayout>(io, 31, r.mainSystem);
         NestedFields<OpticalSystemLayout>(io, 4374, r.finderSystem);
         io.U8(8717, r.mounting);
-        io.Text(8718, r.name);
+        io.Text(kInstrumentNameOffset, r.name);
     }
 };
 static_assert(LayoutIsPacked<InstrumentRecordLayout, InstrumentRecord>());

@@ -97,13 +97,18 @@ int InstrumentFindByName(FILE* stream, InstrumentRecord* recordInOut, int count,
     char given[sizeof recordInOut->name + 1] = {};
     std::memcpy(given, recordInOut->name, sizeof recordInOut->name);
     for (int i = 0; i < count; ++i) {
+        // Only the name is read until it matches: a store of many records is
+        // searched without reading all of each.
+        char name[sizeof recordInOut->name];
+        if (std::fseek(stream, RecordOffset(i) + kInstrumentNameOffset, SEEK_SET) != 0 ||
+            FileRead(name, sizeof name, stream) != sizeof name)
+            continue;  // unreadable records are passed over
+        if (std::strncmp(name, given, sizeof name) != 0) continue;
         InstrumentRecord r;
-        if (!ReadAt(stream, i, r)) continue;  // unreadable records are passed over
-        if (std::strncmp(r.name, given, sizeof r.name) == 0) {
-            *recordInOut = r;
-            if (indexOut) *indexOut = i;
-            return 1;
-        }
+        if (!ReadAt(stream, i, r)) continue;
+        *recordInOut = r;
+        if (indexOut) *indexOut = i;
+        return 1;
     }
     return 0;
 }

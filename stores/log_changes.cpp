@@ -152,7 +152,7 @@ int LogDeleteEntry(const LogEntry& entry, uint32_t entryNumber) {
     if (!LogPlaceEntryObject(entry, &object)) return 0;
     {
         LogPresence table;
-        if (!LogPresenceLoad(&table)) return 0;
+        if (!LogPresenceLoadSlot(&table, slot)) return 0;
         const int logged = LogResolveObject(table, entry.site, LogInstantOf(entry.jd, entry.site), &object);
         LogPresenceFree(&table);
         if (logged != 1) return 0;

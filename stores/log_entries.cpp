@@ -190,8 +190,10 @@ long LogAddEntry(LogEntry* entry, const char* note) {
     if (!LogPlaceEntryObject(*entry, &object)) return -1;
     // An object no constellation was found for can't be filed under one.
     if (object.constellation >= kConstellationZones) return -1;
+    // Each entry reads only its class's table: a log of thousands of
+    // entries is added to without reading every class's table each time.
     LogPresence table;
-    if (!LogPresenceLoad(&table)) return -1;
+    if (!LogPresenceLoadSlot(&table, ClassSlotOf(entry->classMask))) return -1;
     const int logged = LogResolveObject(table, entry->site, instant, &object);
     LogPresenceFree(&table);
     if (logged < 0) return -1;

@@ -121,7 +121,7 @@ int LogExportObject(FILE* file, const Site& site, const Instant& instant, const 
     // The same body may also be logged as an object of the user's stores.
     ObjectRecord resolved = object;
     LogPresence table;
-    if (!LogPresenceLoad(&table)) return 0;
+    if (!LogPresenceLoadSlot(&table, ClassSlotOf(object.classMask))) return 0;
     const int logged = LogResolveObject(table, site, instant, &resolved);
     LogPresenceFree(&table);
     if (logged != 1 || resolved.objectClass == object.objectClass) return 1;

@@ -211,6 +211,15 @@ int LogPresenceLoad(LogPresence* table) {
     return 1;
 }
 
+int LogPresenceLoadSlot(LogPresence* table, int slot) {
+    if (!table || slot < 0 || slot >= kLogClassFolders) return 0;
+    LogPresenceFree(table);
+    LogPidTable pid;
+    if (!LogPidRead(slot, &pid)) return 0;
+    table->keys[slot] = std::move(pid.keys);
+    return 1;
+}
+
 int LogPresenceFree(LogPresence* table) {
     if (!table) return 0;
     for (auto& keys : table->keys) std::vector<uint32_t>().swap(keys);

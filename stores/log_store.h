@@ -77,6 +77,10 @@ struct LogPresence {
 // 0 when any table can't be read; the table is then left empty.
 int LogPresenceLoad(LogPresence* table);
 int LogPresenceFree(LogPresence* table);
+// Only the table of one class, the others left empty: all that deciding
+// on one object needs, since a reference comet or minor planet and the
+// user's own share their class's folder. 0 when it can't be read.
+int LogPresenceLoadSlot(LogPresence* table, int slot);
 // Whether the object's key is in its class's table.
 int LogObjectLogged(const LogPresence& table, const ObjectRecord& object);
 
