@@ -13,6 +13,7 @@
 #include "cli/exit_status.h"
 #include "cli/lists_verb.h"
 #include "cli/log_verb.h"
+#include "cli/logs_page.h"
 #include "cli/names_verb.h"
 #include "cli/object_verb.h"
 #include "cli/observer_options.h"
@@ -45,7 +46,7 @@ struct Verb {
 };
 
 constexpr Verb kVerbs[] = {
-    {"list", "ferry2-cli [--legacy DIR] list locations|instruments|lists\n",
+    {"list", "ferry2-cli [--legacy DIR] list locations|instruments|lists|logs\n",
      "  list locations|instruments|lists\n"
      "                 prints the rows of the Locations, Instruments or Observing\n"
      "                 Lists page: a header line, then a line a row with the row\n"
@@ -54,8 +55,17 @@ constexpr Verb kVerbs[] = {
      "                 lists page logs one line a row to ferry2.log, as the\n"
      "                 window does. In a name a tab is written\n"
      "                 as \\t, a carriage return as \\r, a line feed as \\n, a\n"
-     "                 backslash as \\\\ and any other control byte as \\xNN.\n"},
-    {"import", "ferry2-cli [--legacy DIR] import locations|instruments|lists [--rows N[,N...]] [--dry-run]\n",
+     "                 backslash as \\\\ and any other control byte as \\xNN.\n"
+     "  list logs      walks the Vesperal 1.x logs as the Logs page does and\n"
+     "                 prints the observer and instrument names the Vesperal 2\n"
+     "                 stores don't know, after a header line, one line each:\n"
+     "                 \"observer\" or \"instrument\", a tab, the name. Like the\n"
+     "                 page, the walk adds to user/loc.bin every log location\n"
+     "                 the store lacks, and shows the page's message at the end\n"
+     "                 of a full walk.\n"},
+    {"import",
+     "ferry2-cli [--legacy DIR] import locations|instruments|lists|logs [--rows N[,N...]] [--dry-run]\n"
+     "           [--observer OLD=NEW|OLD=+]... [--instrument OLD=NEW|OLD=+telescope|OLD=+binoculars]...\n",
      "  import locations\n"
      "                 copies the ticked locations to user/loc.bin.\n"
      "  import instruments\n"
@@ -71,6 +81,17 @@ constexpr Verb kVerbs[] = {
      "                 to that folder.\n"
      "                 The rows ticked are the page's own unless --rows names\n"
      "                 the only rows to tick.\n"
+     "  import logs    settles each name 'list logs' prints as the page's buttons\n"
+     "                 do: --observer OLD=NEW and --instrument OLD=NEW link it to\n"
+     "                 the stored record named NEW (case aside); OLD=+ makes a\n"
+     "                 default observer of the name, OLD=+telescope or\n"
+     "                 OLD=+binoculars a default instrument (a 1-inch telescope,\n"
+     "                 7 x 50 binoculars), and links it. Then imports every log\n"
+     "                 entry into the log store under user/log, with a report\n"
+     "                 block in ferry2.log for each entry not taken. Refused\n"
+     "                 (exit 1) while a name is unsettled; the names are listed\n"
+     "                 on standard error. A name to settle that the page doesn't\n"
+     "                 list, or a NEW the store lacks, is a usage error (2).\n"
      "  --rows N,...   row numbers as 'list' prints them.\n"
      "  --dry-run      runs the job on a scratch copy of the Vesperal 2 files\n"
      "                 and of the Vesperal 1.x folder: prints the lines the job\n"
@@ -186,6 +207,7 @@ struct Options {
     bool dryRun = false;
     std::vector<size_t> rows;  // from 0
     std::vector<std::string> catalogWords;  // after "catalog" or "object", taken as they are
+    std::vector<LogSettlement> settlements;  // import logs: --observer and --instrument
 };
 
 bool ParseRows(const char* text, std::vector<size_t>& rows) {
@@ -232,6 +254,14 @@ bool ParseArgs(int argc, char** argv, Options& o) {
         } else if (a == "--rows") {
             if (++i >= argc || !ParseRows(argv[i], o.rows)) return false;
             o.haveRows = true;
+        } else if (a == "--observer" || a == "--instrument") {
+            LogSettlement s;
+            std::string why;
+            if (++i >= argc || !ParseLogSettlement(argv[i], a == "--observer", &s, &why)) {
+                if (!why.empty()) std::fprintf(stderr, "ferry2-cli: %s\n", why.c_str());
+                return false;
+            }
+            o.settlements.push_back(s);
         } else if (!a.empty() && a[0] == '-') {
             return false;
         } else {
@@ -245,7 +275,11 @@ bool ParseArgs(int argc, char** argv, Options& o) {
     if (words.size() != 2) return false;
     o.subject = words[1];
     if (o.verb != "list" && o.verb != "import") return false;
-    if (o.subject != "locations" && o.subject != "instruments" && o.subject != "lists") return false;
+    if (o.subject != "locations" && o.subject != "instruments" && o.subject != "lists" && o.subject != "logs")
+        return false;
+    // The Logs page has no ticks; only its import settles names.
+    if (o.subject == "logs" && o.haveRows) return false;
+    if (!o.settlements.empty() && !(o.verb == "import" && o.subject == "logs")) return false;
     return o.verb == "import" || (!o.haveRows && !o.dryRun);
 }
 
@@ -354,6 +388,14 @@ int RunCheck(const Options& o) {
 
 // Lists a page, or ticks it and runs its job, with the host's folder and log.
 int RunPageVerb(const Options& o, JobHost& host) {
+    if (o.subject == "logs") {
+        if (o.verb == "list") return ListLogsPage(host);
+        JobOutcome outcome;
+        host.outcome = &outcome;
+        int succeeded = 0;
+        const int refused = ImportLogsPage(host, o.settlements, &succeeded);
+        return refused != kExitDone ? refused : ReportOutcome(succeeded, outcome);
+    }
     const int pageIndex = PageOf(o.subject);
     PageContent page;
     FillPage(pageIndex, host.legacyRoot, host.log, page);
