@@ -642,6 +642,47 @@ run show-list "Summer Night"
 check "the imported list names the same objects" test "$out" = "$summer"
 cd "$work/lists/vesperal2"
 
+# The version 1.x logs: the page's names, refusals, a dry run, the import
+# with every name settled, and the entries found again.
+run import locations
+run import instruments
+run list logs
+check "list logs prints the unknown names after the page's message" \
+    test "$(sed -n '7,$p' <<<"$out")" = $'List\tName\nobserver\t(blank)\nobserver\tDee Park\nobserver\tKim Osei\ninstrument\tOpera Glass 3x25'
+check "the scan adds the log's locations the store lacks" grep -q "Dark Sky Meadow" user/loc.bin
+run import logs
+check "import logs refuses while names are unsettled" \
+    test "$rc" -eq 1 -a "$(grep -c unsettled "$work/stderr")" -eq 4 -a ! -e user/log
+run import logs --observer "Nobody=+"
+check "a name the page doesn't list is a usage error" test "$rc" -eq 2
+run import logs --observer "Kim Osei=Nobody"
+check "a record the store lacks is a usage error" test "$rc" -eq 2
+run import logs --instrument "Opera Glass 3x25=+spyglass"
+check "an unknown kind of new record is a usage error" test "$rc" -eq 2
+settle=(--observer "(blank)=Ann Lee" --observer "Dee Park=+" --observer "Kim Osei=Cy Tran"
+    --instrument "Opera Glass 3x25=+binoculars")
+before=$(snapshot)
+run import logs "${settle[@]}" --dry-run
+check "a dry log import changes no file" test "$rc" -eq 0 -a "$(snapshot)" = "$before"
+check "the dry run shows the job's message" grep -q "^11 log entries imported of 11 (0 skipped)." <<<"$out"
+run import logs "${settle[@]}"
+check "import logs" test "$rc" -eq 0 -a "$(sed -n 2p <<<"$out")" = "11 log entries imported of 11 (0 skipped)."
+check "the chain's missing middle file is logged" \
+    grep -q "^Log: internal error -> sc_index= 5 ret= 0" ferry2.log
+check "the new observer and binoculars are in their stores" \
+    grep -q "Dee Park" user/observer.bin -a -n "$(grep -l "Opera Glass 3x25" user/instr.bin)"
+run log show --observer "Cy Tran"
+check "a linked name's entries carry the stored observer" test "$(cut -f4 <<<"$out" | tail -n +2 | sort | tr '\n' ,)" = \
+    "Hale-Bopp,Hercules Globular Cluster,Pleiades,Triangulum Galaxy,"
+run log show --night 1999-12-31
+check "an entry without a date takes the stand-in date" test "$(cut -f3,4 <<<"$out" | tail -n +2)" = $'1999-12-31 21:36\tVega'
+run check
+check "the log store reads whole after the import" test "$out" = ok
+run import logs --observer "(blank)=Ann Lee" --observer "Kim Osei=Cy Tran"
+check "a second import counts the entries there as imported" \
+    test "$(sed -n 2p <<<"$out")" = "11 log entries imported of 11 (0 skipped)." -a "$(ls user/log/galaxies/*.bin | wc -l)" -eq 4
+rm -rf user/log
+
 # The observation log: entries added by name of the stored location,
 # observer and instrument, found by every index, carried to another folder.
 run log --help
