@@ -27,60 +27,48 @@ cd sample/vesperal2
 echo "\$ ferry2-cli --legacy ../legacy list locations"
 "$top/build-sample/ferry2-cli" --legacy ../legacy list locations
 echo
-echo "\$ ferry2-cli import locations"
 status=0
-"$top/build-sample/ferry2-cli" import locations || status=$?
-echo
-echo "\$ ferry2-cli list instruments"
-"$top/build-sample/ferry2-cli" list instruments
-echo
-echo "\$ ferry2-cli import instruments"
-"$top/build-sample/ferry2-cli" import instruments || status=$?
-echo
-echo "\$ ferry2-cli list lists"
-"$top/build-sample/ferry2-cli" list lists
-echo
-echo "\$ ferry2-cli import lists --dry-run"
-"$top/build-sample/ferry2-cli" import lists --dry-run || status=$?
-echo
-echo "\$ ferry2-cli import lists"
-"$top/build-sample/ferry2-cli" import lists || status=$?
-for list in "Messier Marathon" "Summer Night" "Autumn Galaxies"; do
-    echo
-    echo "\$ ferry2-cli show-list \"$list\""
-    "$top/build-sample/ferry2-cli" show-list "$list" || status=$?
-done
-# The observation log: entries by the stored location, observers and
-# instruments; the same observation twice; the reference Hale-Bopp logged as
-# the user's own comet, which the list import made and which has an entry.
-log() {
-    echo
-    local shown="\$ ferry2-cli log" word
+cli() {  # cli ARGS...: shows the command, runs it, keeps its output in $out
+    local shown="\$ ferry2-cli" word
     for word in "$@"; do
         [[ $word == *" "* ]] && word="\"$word\""
         shown+=" $word"
     done
+    echo
     echo "$shown"
-    "$top/build-sample/ferry2-cli" log "$@" || status=$?
+    out=$("$top/build-sample/ferry2-cli" "$@") || status=$?
+    [ -z "$out" ] || echo "$out"
 }
-log add --object 6:4270 --at 2026-03-05T04:00 --location Home --observer "Ann Lee" --instrument "SCT 8in" \
+cli import locations
+messages=$out
+cli list instruments
+cli import instruments
+messages+=$'\n'$out
+cli list lists
+cli import lists --dry-run
+cli import lists
+messages+=$'\n'$out
+for list in "Messier Marathon" "Summer Night" "Autumn Galaxies"; do
+    cli show-list "$list"
+done
+# The version 1.x logs: the names the stores don't know, each settled (a
+# link to a stored record, or a new default one), then every entry.
+cli list logs
+cli import logs --observer "(blank)=Ann Lee" --observer "Dee Park=+" --observer "Kim Osei=Cy Tran" \
+    --instrument "Opera Glass 3x25=+binoculars"
+messages+=$'\n'$out
+cli log show
+cli log show --night 2000-11-21
+cli log show --observer "cy tran" --class comets
+# One more entry by hand, and the same observation again, which the log
+# answers with the first entry's number.
+cli log add --object 6:4270 --at 2026-03-05T04:00 --location Home --observer "Ann Lee" --instrument "SCT 8in" \
     --remark "averted vision" --note "Dust lane seen"
-log add --object 6:4270 --at 2026-03-05T04:00:30 --location Home --observer "Ann Lee" --instrument "SCT 8in" \
+cli log add --object 6:4270 --at 2026-03-05T04:00:30 --location Home --observer "Ann Lee" --instrument "SCT 8in" \
     --note "Dust lane seen"
-log add --object 11:135 --at 2026-03-05T11:30 --location "Kitt Peak National Observatory" --observer "Cy Tran" \
-    --instrument "Naked Eye"
-log add --object 13:1 --at 1997-03-22T03:00 --location Home --observer "Cy Tran" --instrument "Naked Eye" \
-    --remark "two tails"
-log add --object 3:14 --at 1997-04-01T03:00 --location Home --observer "Cy Tran" --instrument "Naked Eye"
-log show
-log show --night 2026-03-04
-log show --observer "cy tran" --class comets
 echo
-echo "\$ ls user/log/comets"
-ls user/log/comets
-echo
-echo "ferry2.log:"
-cat ferry2.log
+echo "ferry2.log (its last lines, from the log import):"
+tail -n 24 ferry2.log
 echo
 echo "\$ ferry2-cli check"
 "$top/build-sample/ferry2-cli" check || status=$?
@@ -99,6 +87,9 @@ for name in "HR 7001" "HD 172167" "SAO 67174" "Alp Lyr" "alpha Lyr" "3 Lyr" "Veg
         grep -o '"displayName": "[^"]*", "secondaryName": "[^"]*"\|"PID": [0-9]*, "objectClass": [0-9]*' |
         paste -d' ' - - || status=1
 done
+echo
+echo "The four imports ended with:"
+echo "$messages"
 echo
 echo "(sample folders in $top/sample; exit status $status)"
 exit "$status"

@@ -103,10 +103,24 @@ int LogPidRead(int slot, LogPidTable* tableOut) {
 }
 
 long LogPidNextEntry(int slot) {
-    LogPidTable table;
-    if (!LogPidRead(slot, &table)) return -1;
-    const uint32_t number = table.head.nextEntry++;
-    if (!WritePidTable(slot, table)) return -1;
+    // Most entries are of objects logged before: only nextEntry changes, and
+    // it is written in place rather than through a new file, which would
+    // cost a new file for every such entry. A write that fails puts the old
+    // number back.
+    const std::string path = LogPidPath(slot);
+    if (path.empty()) return -1;
+    if (!FileExists(path.c_str())) LogEnsureFolders();
+    FilePtr f = OpenRegularFile(path.c_str(), "r+b");
+    LogPidHead head;
+    if (!f || !ReadRecord<LogPidHeadLayout>(f.get(), head)) return -1;
+    if (FileSize(path.c_str()) < LogPidHeadLayout::kSize + 4ull * head.objectCount) return -1;
+    const uint32_t number = head.nextEntry;
+    if (std::fseek(f.get(), 0, SEEK_SET) != 0) return -1;
+    if (!WriteU32(f.get(), number + 1) || std::fflush(f.get()) != 0) {
+        if (std::fseek(f.get(), 0, SEEK_SET) == 0) WriteU32(f.get(), number);
+        return -1;
+    }
+    if (std::fclose(f.release()) != 0) return -1;
     return static_cast<long>(number);
 }
 
