@@ -9,6 +9,7 @@
 
 #include "base/le_bytes.h"
 #include "base/platform.h"
+#include "base/store_damage.h"
 #include "base/string_helpers.h"
 
 namespace {
@@ -113,7 +114,10 @@ long LogPidNextEntry(int slot) {
     FilePtr f = OpenRegularFile(path.c_str(), "r+b");
     LogPidHead head;
     if (!f || !ReadRecord<LogPidHeadLayout>(f.get(), head)) return -1;
-    if (FileSize(path.c_str()) < LogPidHeadLayout::kSize + 4ull * head.objectCount) return -1;
+    // The size of the open stream: Windows lets no one else open a file
+    // that is open for writing here.
+    const int64_t size = StreamSize(f.get());
+    if (size < 0 || static_cast<uint64_t>(size) < LogPidHeadLayout::kSize + 4ull * head.objectCount) return -1;
     const uint32_t number = head.nextEntry;
     if (std::fseek(f.get(), 0, SEEK_SET) != 0) return -1;
     if (!WriteU32(f.get(), number + 1) || std::fflush(f.get()) != 0) {
