@@ -52,14 +52,15 @@ wait "$program"
 cd "$work"
 
 failures=0
-lists=$(cd by-cli && ls vesperal2/user/lists/*)
-logs=$(cd by-cli && find vesperal2/user/log -type f | sort)
-test "$(wc -l <<<"$logs")" -gt 20 || { echo "the log import wrote too little" >&2; failures=$((failures + 1)); }
-test "$logs" = "$(cd by-window && find vesperal2/user/log -type f | sort)" ||
+# Names under user/log hold blanks ("globular clusters"): one per line.
+mapfile -t lists < <(cd by-cli && ls vesperal2/user/lists/*)
+mapfile -t logs < <(cd by-cli && find vesperal2/user/log -type f | sort)
+test "${#logs[@]}" -gt 20 || { echo "the log import wrote too little" >&2; failures=$((failures + 1)); }
+test "$(printf '%s\n' "${logs[@]}")" = "$(cd by-window && find vesperal2/user/log -type f | sort)" ||
     { echo "DIFFERENT: the files under user/log" >&2; failures=$((failures + 1)); }
-for f in vesperal2/user/loc.bin vesperal2/user/instr.bin vesperal2/user/eyep.bin $lists $logs vesperal2/user/observer.bin \
-         vesperal2/user/stellar.bin vesperal2/user/comet.bin vesperal2/user/mp.bin legacy/us_pid.bin \
-         vesperal2/ferry2.log vesperal2/ferry2.ini message.txt; do
+for f in vesperal2/user/loc.bin vesperal2/user/instr.bin vesperal2/user/eyep.bin "${lists[@]}" "${logs[@]}" \
+         vesperal2/user/observer.bin vesperal2/user/stellar.bin vesperal2/user/comet.bin vesperal2/user/mp.bin \
+         legacy/us_pid.bin vesperal2/ferry2.log vesperal2/ferry2.ini message.txt; do
     if cmp -s "by-cli/$f" "by-window/$f"; then
         echo "same: $f"
     else

@@ -13,6 +13,7 @@
 
 #include <cstdio>
 #include <cstring>
+#include <cwchar>
 
 namespace {
 
@@ -49,15 +50,19 @@ int AnswerBox(const char* title) {
 // Picks the row of exactly `text` in a list box, as a click would, telling
 // the list's owner; false when no row holds it.
 bool PickRow(HWND owner, int listId, const char* text) {
+    // Read as wide text: a list of another process hands its strings over
+    // reliably only so.
+    wchar_t wanted[256] = {};
+    MultiByteToWideChar(CP_ACP, 0, text, -1, wanted, 255);
     HWND list = GetDlgItem(owner, listId);
-    const LRESULT count = SendMessageA(list, LB_GETCOUNT, 0, 0);
+    const LRESULT count = SendMessageW(list, LB_GETCOUNT, 0, 0);
     for (LRESULT row = 0; row < count; ++row) {
-        char item[256] = {};
-        if (SendMessageA(list, LB_GETTEXTLEN, row, 0) >= static_cast<LRESULT>(sizeof item)) continue;
-        SendMessageA(list, LB_GETTEXT, row, reinterpret_cast<LPARAM>(item));
-        if (std::strcmp(item, text) != 0) continue;
-        SendMessageA(list, LB_SETCURSEL, row, 0);
-        SendMessageA(owner, WM_COMMAND, MAKEWPARAM(listId, LBN_SELCHANGE), reinterpret_cast<LPARAM>(list));
+        wchar_t item[256] = {};
+        if (SendMessageW(list, LB_GETTEXTLEN, row, 0) >= 255) continue;
+        SendMessageW(list, LB_GETTEXT, row, reinterpret_cast<LPARAM>(item));
+        if (std::wcscmp(item, wanted) != 0) continue;
+        SendMessageW(list, LB_SETCURSEL, row, 0);
+        SendMessageW(owner, WM_COMMAND, MAKEWPARAM(listId, LBN_SELCHANGE), reinterpret_cast<LPARAM>(list));
         return true;
     }
     return false;
@@ -68,8 +73,19 @@ bool PickRow(HWND owner, int listId, const char* text) {
 int Settle(HWND main, int argc, char** argv) {
     const bool create = std::strcmp(argv[1], "create") == 0;
     const bool observer = std::strcmp(argv[2], "observer") == 0;
-    HWND page = FindWindowExA(GetDlgItem(main, 1001), nullptr, "#32770", nullptr);
-    if (!page || !PickRow(page, observer ? 1006 : 1007, argv[3])) return 1;
+    // The Logs page is the dialog under the tab control that holds the lists.
+    HWND page = nullptr;
+    for (HWND w = FindWindowExA(GetDlgItem(main, 1001), nullptr, "#32770", nullptr); w && !page;
+         w = FindWindowExA(GetDlgItem(main, 1001), w, "#32770", nullptr))
+        if (GetDlgItem(w, 1006)) page = w;
+    if (!page) {
+        std::fprintf(stderr, "ferry2-drive: no Logs page\n");
+        return 1;
+    }
+    if (!PickRow(page, observer ? 1006 : 1007, argv[3])) {
+        std::fprintf(stderr, "ferry2-drive: no row %s\n", argv[3]);
+        return 1;
+    }
     PostMessageA(page, WM_COMMAND, MAKEWPARAM(create ? 1009 : 1008, BN_CLICKED), 0);
     if (!observer) {
         HWND type = WaitForWindow("Select Instrument Type");
@@ -126,7 +142,13 @@ int main(int argc, char** argv) {
         return 0;
     }
     if (std::strcmp(step, "message") == 0) return AnswerBox("Ferry 2 Message") ? 0 : 1;
-    if (std::strcmp(step, "notice") == 0) return AnswerBox("Vesperal 2 Log Import") ? 0 : 1;
+    if (std::strcmp(step, "notice") == 0) {
+        // The page fills its lists once its notice is gone.
+        if (!AnswerBox("Vesperal 2 Log Import")) return 1;
+        for (int i = 0; i < 100 && FindWindowA(nullptr, "Vesperal 2 Log Import"); ++i) Sleep(100);
+        Settle(main);
+        return 0;
+    }
     if (std::strcmp(step, "close") == 0) {
         PostMessageA(main, WM_COMMAND, MAKEWPARAM(IDOK, BN_CLICKED), 0);
         return 0;
