@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <cstdio>
 #include <string>
 #include <vector>
 
@@ -19,6 +20,10 @@ PathExistsFn SetPathExistsOverride(PathExistsFn fn);
 // Size of a regular file opened with shared read; false when it cannot be
 // opened that way (missing, a folder, no access).
 bool SharedReadFileSize(const char* path, uint64_t* sizeOut);
+
+// Size of the file under an open stream, bytes the stream still holds for
+// writing included; false when the system can't tell.
+bool StreamFileSize(FILE* stream, uint64_t* sizeOut);
 
 // True when the path names a regular file: not a folder, a device or a
 // pipe, which would read without end or block.

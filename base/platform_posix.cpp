@@ -1,4 +1,5 @@
 #include <dirent.h>
+#include <stdio_ext.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -18,6 +19,16 @@ bool SharedReadFileSize(const char* path, uint64_t* sizeOut) {
     struct stat st;
     if (::stat(path, &st) != 0 || !S_ISREG(st.st_mode)) return false;
     if (::access(path, R_OK) != 0) return false;
+    *sizeOut = static_cast<uint64_t>(st.st_size);
+    return true;
+}
+
+bool StreamFileSize(FILE* stream, uint64_t* sizeOut) {
+    // Only pending output needs the flush; flushing a stream that is
+    // reading would throw its buffer away for nothing.
+    if (__fpending(stream) > 0 && std::fflush(stream) != 0) return false;
+    struct stat st;
+    if (::fstat(::fileno(stream), &st) != 0) return false;
     *sizeOut = static_cast<uint64_t>(st.st_size);
     return true;
 }

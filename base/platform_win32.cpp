@@ -1,4 +1,5 @@
 #include <windows.h>
+#include <io.h>
 
 #include "base/platform.h"
 
@@ -17,6 +18,16 @@ bool SharedReadFileSize(const char* path, uint64_t* sizeOut) {
     CloseHandle(h);
     if (low == INVALID_FILE_SIZE && GetLastError() != NO_ERROR) return false;
     *sizeOut = (static_cast<uint64_t>(high) << 32) | low;
+    return true;
+}
+
+bool StreamFileSize(FILE* stream, uint64_t* sizeOut) {
+    // The runtime's flush is a no-op for a stream that is reading.
+    if (std::fflush(stream) != 0) return false;
+    const intptr_t handle = _get_osfhandle(_fileno(stream));
+    LARGE_INTEGER size;
+    if (handle == -1 || !GetFileSizeEx(reinterpret_cast<HANDLE>(handle), &size)) return false;
+    *sizeOut = static_cast<uint64_t>(size.QuadPart);
     return true;
 }
 

@@ -1,5 +1,7 @@
 #include "base/store_damage.h"
 
+#include "base/platform.h"
+
 const char* StoreDamageText(StoreDamage damage) {
     switch (damage) {
         case StoreDamage::kCountOutOfRange: return "its count is out of range";
@@ -11,11 +13,11 @@ const char* StoreDamageText(StoreDamage damage) {
 }
 
 int64_t StreamSize(FILE* stream) {
-    const long place = std::ftell(stream);
-    if (place < 0 || std::fseek(stream, 0, SEEK_END) != 0) return -1;
-    const long end = std::ftell(stream);
-    if (std::fseek(stream, place, SEEK_SET) != 0) return -1;
-    return end;
+    // Asked of the system rather than by seeking to the end and back,
+    // which would cost the stream its read buffer.
+    uint64_t size = 0;
+    if (!platform::StreamFileSize(stream, &size)) return -1;
+    return static_cast<int64_t>(size);
 }
 
 StoreDamage CheckRecordCount(int64_t fileSize, long headerSize, size_t recordSize, long count) {

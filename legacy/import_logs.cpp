@@ -48,6 +48,7 @@ struct LogJob {
     int perClass = 0;
     Instant instant;
     StellarRecord starBuffer;
+    InstrumentNameMemo instruments;  // the job adds no instruments
 };
 
 enum class Step { kNextEntry, kEndChain, kLeaveJob };
@@ -105,7 +106,7 @@ Lookup SettleObserver(const LogJob& job, LegacyLogEntry& entry, ObserverRecord* 
 // The instrument of the entry's name: "Naked Eye" as made here, else the
 // page's link, then the store by exact name. An empty name becomes
 // "(blank)" in place.
-Lookup SettleInstrument(const LogJob& job, LegacyLogEntry& entry, InstrumentRecord* instrument) {
+Lookup SettleInstrument(LogJob& job, LegacyLogEntry& entry, InstrumentRecord* instrument) {
     if (std::strcmp(entry.instrument, kNakedEyeName) == 0) {
         NakedEyeInit(instrument);
         return Lookup::kFound;
@@ -127,7 +128,7 @@ Lookup SettleInstrument(const LogJob& job, LegacyLogEntry& entry, InstrumentReco
     InstrumentRecord probe;
     CopyName(probe.name, sizeof probe.name, entry.instrument);
     int index = 0;
-    if (!InstrumentFindByName(store.get(), &probe, count, &index)) {
+    if (!InstrumentFindByNameMemo(store.get(), &probe, count, &index, &job.instruments)) {
         LogPrintf(job.host.log, "Log: instrument not found -> %s (skipped)\n", entry.instrument);
         return Lookup::kNotFound;
     }

@@ -14,6 +14,14 @@ namespace {
 
 enum class Walk { kGoOn, kEnd };
 
+// One walk over the old logs: the names it lists, and the instruments found
+// in the store so far (the scan adds none).
+struct Scan {
+    const JobHost& host;
+    UndefinedNames* names;
+    InstrumentNameMemo instruments;
+};
+
 bool Listed(const std::vector<std::string>& list, const char* text) {
     return std::find(list.begin(), list.end(), text) != list.end();
 }
@@ -55,7 +63,7 @@ Walk ScanObserver(char* name, UndefinedNames* names) {
 
 // "Naked Eye" is always known. The list is searched for the name as the
 // entry gives it, so every entry with an empty name adds another "(blank)".
-Walk ScanInstrument(const char* name, UndefinedNames* names) {
+Walk ScanInstrument(const char* name, Scan& scan) {
     int count = 0;
     FilePtr store = InstrumentStoreOpen(&count);
     if (!store) return Walk::kEnd;
@@ -63,35 +71,36 @@ Walk ScanInstrument(const char* name, UndefinedNames* names) {
     InstrumentRecord search;
     std::strncpy(search.name, name, sizeof search.name - 1);
     int index = 0;
-    if (!InstrumentFindByName(store.get(), &search, count, &index) && !Listed(names->instruments, name))
-        names->instruments.emplace_back(name[0] ? name : kBlankName);
+    if (!InstrumentFindByNameMemo(store.get(), &search, count, &index, &scan.instruments) &&
+        !Listed(scan.names->instruments, name))
+        scan.names->instruments.emplace_back(name[0] ? name : kBlankName);
     return Walk::kGoOn;
 }
 
-Walk ScanEntry(const JobHost& host, LegacyLogEntry& entry, UndefinedNames* names) {
-    if (ScanLocation(host, entry.site) == Walk::kEnd) return Walk::kEnd;
-    if (ScanObserver(entry.observer, names) == Walk::kEnd) return Walk::kEnd;
-    return ScanInstrument(entry.instrument, names);
+Walk ScanEntry(Scan& scan, LegacyLogEntry& entry) {
+    if (ScanLocation(scan.host, entry.site) == Walk::kEnd) return Walk::kEnd;
+    if (ScanObserver(entry.observer, scan.names) == Walk::kEnd) return Walk::kEnd;
+    return ScanInstrument(entry.instrument, scan);
 }
 
 // Follows one chain of entries from `number`. An entry that can't be read
 // ends the chain; so does one met before, so that a damaged folder whose
 // chain runs in a circle cannot hold the page forever.
-Walk ScanChain(const JobHost& host, int slot, long number, UndefinedNames* names) {
+Walk ScanChain(Scan& scan, int slot, long number) {
     std::set<long> seen;
     do {
         if (!seen.insert(number).second) return Walk::kGoOn;
         LegacyLogEntry entry;
-        const long next = ReadLegacyLogEntry(host.legacyRoot, slot, number, &entry, nullptr);
+        const long next = ReadLegacyLogEntry(scan.host.legacyRoot, slot, number, &entry, nullptr);
         if (next == 0) return Walk::kGoOn;
-        if (ScanEntry(host, entry, names) == Walk::kEnd) return Walk::kEnd;
+        if (ScanEntry(scan, entry) == Walk::kEnd) return Walk::kEnd;
         number = next;
     } while (number > 0);
     return Walk::kGoOn;
 }
 
-Walk ScanSlot(const JobHost& host, int slot, UndefinedNames* names) {
-    FilePtr index = OpenLegacyLogIndex(host.legacyRoot, slot);
+Walk ScanSlot(Scan& scan, int slot) {
+    FilePtr index = OpenLegacyLogIndex(scan.host.legacyRoot, slot);
     uint32_t count = 0;
     uint32_t num = 0;
     if (!index || !ReadLegacyLogCount(index.get(), &count) || !ReadLegacyLogNum(index.get(), &num))
@@ -103,7 +112,7 @@ Walk ScanSlot(const JobHost& host, int slot, UndefinedNames* names) {
         if (!ReadLegacyLogRow(index.get(), &row)) return Walk::kEnd;
         // The chain's own files are read while the index stays open at the
         // next row.
-        if (ScanChain(host, slot, row.firstEntry, names) == Walk::kEnd) return Walk::kEnd;
+        if (ScanChain(scan, slot, row.firstEntry) == Walk::kEnd) return Walk::kEnd;
     }
     return Walk::kGoOn;
 }
@@ -112,9 +121,9 @@ Walk ScanSlot(const JobHost& host, int slot, UndefinedNames* names) {
 
 int ScanUndefined(const JobHost& host, UndefinedNames* names) {
     UndefinedNames scratch;
-    if (!names) names = &scratch;
+    Scan scan{host, names ? names : &scratch, {}};
     for (int slot = 0; slot < kLegacyLogSlots; ++slot)
-        if (ScanSlot(host, slot, names) == Walk::kEnd) return 0;
+        if (ScanSlot(scan, slot) == Walk::kEnd) return 0;
     ShowJobMessage(host, kDefineNamesMessage, kLogImportTitle);
     return 1;
 }

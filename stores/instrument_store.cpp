@@ -113,6 +113,21 @@ int InstrumentFindByName(FILE* stream, InstrumentRecord* recordInOut, int count,
     return 0;
 }
 
+int InstrumentFindByNameMemo(FILE* stream, InstrumentRecord* recordInOut, int count, int* indexOut,
+                             InstrumentNameMemo* memo) {
+    const std::string name(recordInOut->name, strnlen(recordInOut->name, sizeof recordInOut->name));
+    if (const auto known = memo->found.find(name); known != memo->found.end()) {
+        *recordInOut = known->second.first;
+        if (indexOut) *indexOut = known->second.second;
+        return 1;
+    }
+    int index = 0;
+    if (!InstrumentFindByName(stream, recordInOut, count, &index)) return 0;
+    memo->found.emplace(name, std::make_pair(*recordInOut, index));
+    if (indexOut) *indexOut = index;
+    return 1;
+}
+
 int InstrumentMove(FILE* stream, int index, int count, int direction, int* indexOut) {
     if (count < 2 || (direction != -1 && direction != 1)) return 0;
     InstrumentRecord moving;

@@ -4,6 +4,9 @@
 #pragma once
 
 #include <cstdio>
+#include <map>
+#include <string>
+#include <utility>
 
 #include "base/file_utils.h"
 #include "base/store_damage.h"
@@ -40,6 +43,15 @@ int InstrumentFindById(FILE* stream, InstrumentRecord* recordOut, int id);
 // Exact compare of the given record's name over `count` records; on a match
 // the stored record is copied out and its index given.
 int InstrumentFindByName(FILE* stream, InstrumentRecord* recordInOut, int count, int* indexOut);
+
+// The records InstrumentFindByName has found in one job that doesn't change
+// the store: a name met again is answered without searching the records
+// once more. Names not found are searched every time.
+struct InstrumentNameMemo {
+    std::map<std::string, std::pair<InstrumentRecord, int>> found;
+};
+int InstrumentFindByNameMemo(FILE* stream, InstrumentRecord* recordInOut, int count, int* indexOut,
+                             InstrumentNameMemo* memo);
 
 // Swaps the record with the nearest one above (direction -1) or below (+1)
 // of the same kind. `indexOut` gives the record's new place.

@@ -352,13 +352,10 @@ int IndexPut(FILE* file, const ObjectRecord& object, uint32_t entryNumber) {
     uint32_t key = 0;
     if (!file || !ObjectPosition(object, &slot, &key)) return 0;
     uint32_t count = 0;
-    const long found = IndexFind(file, slot, key, &count);
-    if (found < -1) return 0;
-    const IndexRow fresh{key, static_cast<uint32_t>(slot), entryNumber};
-    if (found >= 0) return WriteRowAt(file, found, fresh) && std::fflush(file) == 0 ? 1 : 0;
-
-    // Every row is read before anything is written, so a short file leaves
-    // the rows as they were.
+    if (!ReadCountAt0(file, &count)) return 0;
+    // The rows are read in one piece and searched in memory; every row is
+    // read before anything is written, so a short file leaves them as they
+    // were.
     if (CheckStreamCount(file, kIndexHead, IndexRowLayout::kSize, static_cast<long>(count)) !=
         StoreDamage::kNone)
         return 0;
@@ -366,25 +363,36 @@ int IndexPut(FILE* file, const ObjectRecord& object, uint32_t entryNumber) {
     std::vector<uint8_t> old(rowBytes);
     if (std::fseek(file, kIndexHead, SEEK_SET) != 0) return 0;
     if (rowBytes > 0 && FileRead(old.data(), rowBytes, file) != rowBytes) return 0;
+    std::vector<IndexRow> rows(count);
+    for (size_t i = 0; i < count; ++i) DecodeRecord<IndexRowLayout>(old.data() + i * IndexRowLayout::kSize, rows[i]);
 
-    std::vector<uint8_t> rows(rowBytes + IndexRowLayout::kSize);
-    size_t out = 0;
-    bool inserted = false;
-    for (size_t i = 0; i < count; ++i) {
-        IndexRow r;
-        DecodeRecord<IndexRowLayout>(old.data() + i * IndexRowLayout::kSize, r);
-        if (!inserted && !RowBefore(r, slot, key)) {
-            EncodeRecord<IndexRowLayout>(fresh, rows.data() + out);
-            out += IndexRowLayout::kSize;
-            inserted = true;
-        }
-        EncodeRecord<IndexRowLayout>(r, rows.data() + out);
-        out += IndexRowLayout::kSize;
+    const IndexRow fresh{key, static_cast<uint32_t>(slot), entryNumber};
+    // An object the index holds gets its row written over: the binary
+    // search of IndexFind, over the rows in memory.
+    long low = 0;
+    long high = static_cast<long>(count) - 1;
+    while (low <= high) {
+        const long middle = low + (high - low) / 2;
+        const IndexRow& r = rows[static_cast<size_t>(middle)];
+        int order = SignedOrder(static_cast<int32_t>(slot), static_cast<int32_t>(r.classSlot));
+        if (order == 0) order = SignedOrder(static_cast<int32_t>(key), static_cast<int32_t>(r.logKey));
+        if (order == 0) return WriteRowAt(file, middle, fresh) && std::fflush(file) == 0 ? 1 : 0;
+        if (order < 0)
+            high = middle - 1;
+        else
+            low = middle + 1;
     }
-    if (!inserted) EncodeRecord<IndexRowLayout>(fresh, rows.data() + out);
 
-    if (std::fseek(file, kIndexHead, SEEK_SET) != 0) return 0;
-    if (FileWrite(rows.data(), rows.size(), file) != rows.size() || std::fflush(file) != 0) return 0;
+    // Otherwise the row goes in front of the first row not sorting before
+    // it, and the rows from there on move down by one.
+    size_t at = 0;
+    while (at < count && RowBefore(rows[at], slot, key)) ++at;
+    rows.insert(rows.begin() + static_cast<long>(at), fresh);
+    std::vector<uint8_t> tail((rows.size() - at) * IndexRowLayout::kSize);
+    for (size_t i = at; i < rows.size(); ++i)
+        EncodeRecord<IndexRowLayout>(rows[i], tail.data() + (i - at) * IndexRowLayout::kSize);
+    if (std::fseek(file, RowOffset(static_cast<long>(at)), SEEK_SET) != 0) return 0;
+    if (FileWrite(tail.data(), tail.size(), file) != tail.size() || std::fflush(file) != 0) return 0;
     return WriteCountAt0(file, count + 1);
 }
 

@@ -150,7 +150,10 @@ FilePtr LogOpenRows(uint32_t classMask, uint32_t id, bool userFlag, uint32_t* ro
     const std::string path = LogRowsPath(ClassSlotOf(classMask), id, userFlag);
     if (path.empty()) return nullptr;
     if (!FileExists(path.c_str())) {
-        LogEnsureFolders();
+        // The folders are made only when the class folder isn't there yet:
+        // looking at every class's table for each new object would cost
+        // a dozen opens each time.
+        if (!FileExists(LogClassFolderPath(ClassSlotOf(classMask)).c_str())) LogEnsureFolders();
         FilePtr made = OpenFile(path.c_str(), "wb");
         if (!made) return nullptr;
         if (!WriteU32(made.get(), 0) || !CloseStream(std::move(made))) {
