@@ -1,4 +1,5 @@
 #include "base/file_utils.h"
+#include "base/store_damage.h"
 #include "support.h"
 
 namespace {
@@ -87,3 +88,17 @@ TEST_F(FileUtilsTest, TextLinesLoseTheCarriageReturnBeforeTheLineEnd) {
 }
 
 }  // namespace
+
+TEST_F(FileUtilsTest, StreamSizeCountsBytesNotYetFlushedAndKeepsThePlace) {
+    FilePtr f = OpenFile("grow.bin", "w+b");
+    ASSERT_TRUE(f);
+    EXPECT_EQ(StreamSize(f.get()), 0);
+    ASSERT_EQ(std::fwrite("abcdefgh", 1, 8, f.get()), 8u);  // still in the stream's buffer
+    EXPECT_EQ(StreamSize(f.get()), 8);
+    ASSERT_EQ(std::fseek(f.get(), 3, SEEK_SET), 0);
+    char c = 0;
+    ASSERT_EQ(std::fread(&c, 1, 1, f.get()), 1u);  // reading now, with a buffer
+    EXPECT_EQ(StreamSize(f.get()), 8);
+    ASSERT_EQ(std::fread(&c, 1, 1, f.get()), 1u);  // the place is kept
+    EXPECT_EQ(c, 'e');
+}

@@ -129,6 +129,29 @@ TEST_F(InstrumentStoreTest, FindByNameIsExactAndFindsDoNotReadTheStaleRecordPast
     EXPECT_EQ(InstrumentFindById(f.get(), &found, 2), 0);
 }
 
+TEST_F(InstrumentStoreTest, TheMemoAnswersAFoundNameAgainAndSearchesForAnAbsentOne) {
+    FilePtr f = StoreWith({{"Refractor", 0}, {"Dob", 0}});
+    InstrumentNameMemo memo;
+    InstrumentRecord probe = Named("Dob", 0);
+    int index = -1;
+    ASSERT_EQ(InstrumentFindByNameMemo(f.get(), &probe, 2, &index, &memo), 1);
+    EXPECT_EQ(index, 1);
+    // The store changes behind the memo: a found name keeps its answer, an
+    // absent one is looked for in the store each time.
+    InstrumentRecord other = Named("Binos", 1);
+    ASSERT_EQ(InstrumentWrite(f.get(), other, 1), 1);
+    probe = Named("Dob", 1);
+    index = -1;
+    ASSERT_EQ(InstrumentFindByNameMemo(f.get(), &probe, 2, &index, &memo), 1);
+    EXPECT_EQ(index, 1);
+    EXPECT_STREQ(probe.name, "Dob");
+    EXPECT_EQ(probe.instrumentKind, 0);
+    InstrumentRecord binos = Named("Binos", 0);
+    EXPECT_EQ(InstrumentFindByNameMemo(f.get(), &binos, 2, &index, &memo), 1);
+    InstrumentRecord none = Named("None", 0);
+    EXPECT_EQ(InstrumentFindByNameMemo(f.get(), &none, 2, &index, &memo), 0);
+}
+
 TEST_F(InstrumentStoreTest, MoveSwapsOnlyWithTheNearestOfTheSameKind) {
     FilePtr f = StoreWith({{"T1", 0}, {"B1", 1}, {"T2", 0}});
     int to = -1;
