@@ -1,5 +1,4 @@
 #include <windows.h>
-#include <io.h>
 
 #include "base/platform.h"
 
@@ -22,12 +21,14 @@ bool SharedReadFileSize(const char* path, uint64_t* sizeOut) {
 }
 
 bool StreamFileSize(FILE* stream, uint64_t* sizeOut) {
-    // The runtime's flush is a no-op for a stream that is reading.
-    if (std::fflush(stream) != 0) return false;
-    const intptr_t handle = _get_osfhandle(_fileno(stream));
-    LARGE_INTEGER size;
-    if (handle == -1 || !GetFileSizeEx(reinterpret_cast<HANDLE>(handle), &size)) return false;
-    *sizeOut = static_cast<uint64_t>(size.QuadPart);
+    // The runtime's flush would throw away a reading stream's buffer and
+    // lose its place, so the size is found by seeking to the end and back,
+    // which writes out what the stream holds first.
+    const long place = std::ftell(stream);
+    if (place < 0 || std::fseek(stream, 0, SEEK_END) != 0) return false;
+    const long end = std::ftell(stream);
+    if (end < 0 || std::fseek(stream, place, SEEK_SET) != 0) return false;
+    *sizeOut = static_cast<uint64_t>(end);
     return true;
 }
 
