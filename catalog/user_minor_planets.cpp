@@ -265,8 +265,8 @@ int CheckedRow(FILE* file, Slot slot, Fits fits, Stale stale, UserMpRecord* out,
         UserMpRecord r;
         if (row < count && !readUserMpRow(file, row, &r)) return 0;
         if (row < count && fits(r)) {
-            *out = r;
-            *rowOut = row;
+            if (out) *out = r;
+            if (rowOut) *rowOut = row;
             return 1;
         }
         if (stale == Stale::kNotFound) return -1;

@@ -144,7 +144,8 @@ int sortUserMp(FilePtr* file, uint32_t* count);
 // 1 and the record and row, 0 when the object isn't there.
 int userMpRowForInstant(FILE* file, uint32_t pid, double t, UserMpRecord* out, uint32_t* rowOut);
 
-// The first row of the object: 1, or 0 when there is none.
+// The first row of the object: 1, or 0 when there is none. The record and
+// row are given where asked for (either may be null).
 int findUserMpByPid(FILE* file, uint32_t pid, UserMpRecord* out, uint32_t* rowOut);
 
 // The row the number index gives for `number` ("user/mpn.bin"), or the row

@@ -182,6 +182,7 @@ TEST_F(UserMpTest, AddRuleAnswers) {
     UserMpRecord ceres;
     uint32_t row = 0;
     ASSERT_EQ(findUserMpByPid(f.get(), 1, &ceres, &row), 1);
+    EXPECT_EQ(findUserMpByPid(f.get(), 1, nullptr, nullptr), 1);  // asked only whether it is there
     EXPECT_EQ(ceres.eccentricity, 0.2);
     EXPECT_NE(ceres.computed, 0.0f);
     EXPECT_EQ(FileSize(kUserMpNumberPath), 8u + 65535 * 4);
