@@ -91,12 +91,35 @@ int SignedOrder(int32_t a, int32_t b) { return a < b ? -1 : (a > b ? 1 : 0); }
 
 // The row against the key pair: -1 the row sorts above, 1 below, 0 equal,
 // -2 when the row can't be read.
+int RowOrder(int classSlot, uint32_t logKey, const IndexRow& r) {
+    const int order = SignedOrder(static_cast<int32_t>(classSlot), static_cast<int32_t>(r.classSlot));
+    return order != 0 ? order : SignedOrder(static_cast<int32_t>(logKey), static_cast<int32_t>(r.logKey));
+}
+
 int CompareRow(int classSlot, uint32_t logKey, FILE* file, long row) {
     IndexRow r;
     if (!ReadRowAt(file, row, &r)) return -2;
-    int order = SignedOrder(static_cast<int32_t>(classSlot), static_cast<int32_t>(r.classSlot));
-    if (order == 0) order = SignedOrder(static_cast<int32_t>(logKey), static_cast<int32_t>(r.logKey));
-    return order;
+    return RowOrder(classSlot, logKey, r);
+}
+
+// The binary search of an index over `count` rows, `orderAt` giving the key
+// pair against a row as CompareRow does: the row, -1 for none, -2 when a
+// row can't be read.
+template <class OrderAt>
+long SearchRows(uint32_t count, OrderAt orderAt) {
+    long low = 0;
+    long high = static_cast<long>(count) - 1;
+    while (low <= high) {
+        const long middle = low + (high - low) / 2;
+        const int order = orderAt(middle);
+        if (order == -2) return -2;
+        if (order == 0) return middle;
+        if (order < 0)
+            high = middle - 1;
+        else
+            low = middle + 1;
+    }
+    return -1;
 }
 
 // Whether the row sorts before the key pair.
@@ -330,21 +353,9 @@ long IndexFind(FILE* file, int classSlot, uint32_t logKey, uint32_t* rowCountOut
     uint32_t count = 0;
     if (!file || !ReadCountAt0(file, &count)) return -2;
     if (rowCountOut) *rowCountOut = count;
-    long low = 0;
-    long high = static_cast<long>(count) - 1;
-    while (low <= high) {
-        const long middle = low + (high - low) / 2;
-        // A row that can't be read is a failure, never a match: a put would
-        // otherwise write over another object's row.
-        const int order = CompareRow(classSlot, logKey, file, middle);
-        if (order == -2) return -2;
-        if (order == 0) return middle;
-        if (order < 0)
-            high = middle - 1;
-        else
-            low = middle + 1;
-    }
-    return -1;
+    // A row that can't be read is a failure, never a match: a put would
+    // otherwise write over another object's row.
+    return SearchRows(count, [&](long row) { return CompareRow(classSlot, logKey, file, row); });
 }
 
 int IndexPut(FILE* file, const ObjectRecord& object, uint32_t entryNumber) {
@@ -369,19 +380,9 @@ int IndexPut(FILE* file, const ObjectRecord& object, uint32_t entryNumber) {
     const IndexRow fresh{key, static_cast<uint32_t>(slot), entryNumber};
     // An object the index holds gets its row written over: the binary
     // search of IndexFind, over the rows in memory.
-    long low = 0;
-    long high = static_cast<long>(count) - 1;
-    while (low <= high) {
-        const long middle = low + (high - low) / 2;
-        const IndexRow& r = rows[static_cast<size_t>(middle)];
-        int order = SignedOrder(static_cast<int32_t>(slot), static_cast<int32_t>(r.classSlot));
-        if (order == 0) order = SignedOrder(static_cast<int32_t>(key), static_cast<int32_t>(r.logKey));
-        if (order == 0) return WriteRowAt(file, middle, fresh) && std::fflush(file) == 0 ? 1 : 0;
-        if (order < 0)
-            high = middle - 1;
-        else
-            low = middle + 1;
-    }
+    const long found =
+        SearchRows(count, [&](long row) { return RowOrder(slot, key, rows[static_cast<size_t>(row)]); });
+    if (found >= 0) return WriteRowAt(file, found, fresh) && std::fflush(file) == 0 ? 1 : 0;
 
     // Otherwise the row goes in front of the first row not sorting before
     // it, and the rows from there on move down by one.
